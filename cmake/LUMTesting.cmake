@@ -1,0 +1,23 @@
+# lum_add_test(<name> SOURCES a_test.cpp ... [THREADS])
+#
+# One GoogleTest executable. THREADS puts its cases among those that run under the thread sanitizer.
+# The tests link the very objects the shared libraries are made of, so they see internals without exporting them.
+find_package(GTest REQUIRED)
+find_package(rapidcheck QUIET)
+include(GoogleTest)
+
+add_library(lum_test_main STATIC ${PROJECT_SOURCE_DIR}/tests/main.cpp)
+target_link_libraries(lum_test_main PUBLIC lum_compile GTest::gtest)
+
+function(lum_add_test name)
+    cmake_parse_arguments(arg "THREADS" "" "SOURCES" ${ARGN})
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE
+        lum_test_main LUMFoundationObjects LUMPlatformObjects GTest::gtest GTest::gmock rapidcheck rapidcheck_gtest)
+    target_compile_definitions(${name} PRIVATE LUM_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
+    set(labels "")
+    if(arg_THREADS)
+        set(labels "threads")
+    endif()
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS "${labels}")
+endfunction()
