@@ -3,11 +3,12 @@
 # One GoogleTest executable. THREADS puts its cases among those that run under the thread sanitizer.
 # The tests link the very objects the shared libraries are made of, so they see internals without exporting them.
 find_package(GTest REQUIRED)
-find_package(rapidcheck QUIET)
+find_package(rapidcheck REQUIRED)
 include(GoogleTest)
 
 add_library(lum_test_main STATIC ${PROJECT_SOURCE_DIR}/tests/main.cpp)
 target_link_libraries(lum_test_main PUBLIC lum_compile GTest::gtest)
+add_custom_target(threaded_tests COMMENT "All tests with threads are built")
 
 function(lum_add_test name)
     cmake_parse_arguments(arg "THREADS" "" "SOURCES" ${ARGN})
@@ -18,6 +19,7 @@ function(lum_add_test name)
     set(labels "")
     if(arg_THREADS)
         set(labels "threads")
+        add_dependencies(threaded_tests ${name})
     endif()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS "${labels}")
 endfunction()
