@@ -44,13 +44,9 @@ private:
 };
 
 /// Holds a lock for a scope.
-template<typename M> class NS_SCOPED_CAPABILITY ScopedLock {
+template <typename M> class NS_SCOPED_CAPABILITY ScopedLock {
 public:
-    explicit ScopedLock(M& mutex) NS_ACQUIRE(mutex)
-        : mMutex(mutex)
-    {
-        mMutex.lock();
-    }
+    explicit ScopedLock(M& mutex) NS_ACQUIRE(mutex) : mMutex(mutex) { mMutex.lock(); }
     ~ScopedLock() NS_RELEASE() { mMutex.unlock(); }
     ScopedLock(const ScopedLock&) = delete;
     ScopedLock& operator=(const ScopedLock&) = delete;

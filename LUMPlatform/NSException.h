@@ -1,0 +1,36 @@
+#pragma once
+
+#include "LUMPlatform/NSObject.h"
+#include "LUMPlatform/NSStringConstant.h"
+
+#include <exception>
+#include <string>
+
+/// Raised at once when the caller is wrong: a name to tell it by, a reason in words, and optional
+/// information. Failures of the outside world are NSError objects instead.
+///
+///     throw NSException(NSRangeException, "index 7 is past the last of 3 elements");
+///
+/// A C++ exception, caught by reference; copying shares its objects and never fails. Threads: may cross them.
+class NS_EXPORT NSException : public std::exception {
+public:
+    NSException(const NSRef<NSString>& name, const NSRef<NSString>& reason, const NSId& userInfo = nullptr);
+    NSException(const NSException&) noexcept;
+    NSException& operator=(const NSException&) noexcept;
+    ~NSException() override;
+
+    NSRef<NSString> name() const; ///< Selector: name
+    NSRef<NSString> reason() const; ///< Selector: reason
+    NSId userInfo() const; ///< A dictionary, or null when it carries none. Selector: userInfo
+    NSRef<NSString> description() const; ///< The reason. Selector: description
+    /// "name: reason" in UTF-8; lives as long as the exception.
+    const char* what() const noexcept override;
+
+private:
+    class Content;
+    NSRef<Content> mContent; // shared by all copies
+};
+
+extern NS_EXPORT const NSStringConstant NSInvalidArgumentException;
+extern NS_EXPORT const NSStringConstant NSRangeException;
+extern NS_EXPORT const NSStringConstant NSInternalInconsistencyException;

@@ -1,0 +1,156 @@
+#pragma once
+
+#include "LUMPlatform/NSExport.h"
+#include "LUMPlatform/NSRef.h"
+#include "LUMPlatform/NSSelector.h"
+#include "LUMPlatform/NSTypes.h"
+
+#include <atomic>
+#include <iosfwd>
+#include <string>
+
+class NSClass;
+class NSInvocation;
+class NSMethodSignature;
+class NSString;
+template <typename T> class NSInstance;
+
+/// The root of all classes: counted ownership, identity, equality, text, and dynamic calls.
+///
+/// Objects are made by NSMake<T>(...) and end with their last NSRef; there is no other way, since
+/// constructors and destructors of the classes are protected. Threads: the count is atomic and any thread may
+/// drop the last reference; everything else follows the class: immutable ones may be shared, mutable ones
+/// belong to one thread at a time.
+///
+///     class Track : public NSObject {
+///     public:
+///         static const NSClass& classObject(); // its name, superclass and methods
+///         void setTitle(const NSRef<NSString>& title);
+///     };
+///     NSRef<Track> track = NSMake<Track>();
+class NS_EXPORT NSObject {
+public:
+    NSObject(const NSObject&) = delete;
+    NSObject& operator=(const NSObject&) = delete;
+
+    static const NSClass& classObject();
+    /// The class this object was made as. While a constructor runs it is the root class.
+    virtual const NSClass& isa() const { return classObject(); }
+    /// Selector: isKindOfClass:
+    bool isKindOfClass(const NSClass& type) const;
+
+    /// Equality by value, for the classes that have one; here identity. Never equal to null. Selector:
+    /// isEqual:
+    virtual bool isEqual(const NSId& other) const;
+    /// Equal objects have equal hashes. Selector: hash
+    virtual NSUInteger hash() const;
+    /// The object in words; what `%@` and operator<< print. Never null. Selector: description
+    virtual NSRef<NSString> description() const;
+
+    /// An immutable copy (an immutable object answers itself), owned by the caller.
+    /// Raises NSInvalidArgumentException for a class that cannot be copied. Selector: copy
+    virtual NSId copy() const;
+    /// A mutable copy, owned by the caller; raises as copy does. Selector: mutableCopy
+    virtual NSId mutableCopy() const;
+
+    /// Whether a dynamic call of `selector` is answered, by a method or by forwarding. Selector:
+    /// respondsToSelector:
+    virtual bool respondsToSelector(NSSelector selector) const;
+    /// Types of the method that answers `selector`; null when none does. Selector:
+    /// methodSignatureForSelector:
+    virtual NSRef<NSMethodSignature> methodSignatureForSelector(NSSelector selector) const;
+    /// Where a dynamic call goes that no method answers but whose signature is known; here it raises as
+    /// doesNotRecognizeSelector does. Selector: forwardInvocation:
+    virtual void forwardInvocation(NSInvocation& invocation);
+    /// Raises NSInvalidArgumentException: "-[Class sel]: unrecognized selector sent to instance 0x...".
+    /// Selector: doesNotRecognizeSelector:
+    [[noreturn]] void doesNotRecognizeSelector(NSSelector selector) const;
+
+    /// Sends `selector` and answers its object result; null for a method that returns anything else.
+    /// Selector: performSelector:
+    virtual NSId performSelector(NSSelector selector);
+    /// The same with one argument. Selector: performSelector:withObject:
+    virtual NSId performSelectorWithObject(NSSelector selector, const NSId& object);
+
+    void retain() const noexcept
+    {
+        [[maybe_unused]] auto before = mCount.fetch_add(1, std::memory_order_relaxed);
+        assert((before & ~kHasWeak) != 0 && "retained after its end");
+    }
+    void release() const noexcept
+    {
+        auto before = mCount.fetch_sub(1, std::memory_order_acq_rel);
+        assert((before & ~kHasWeak) != 0 && "released after its end");
+        if ((before & ~kHasWeak) == 1)
+            end(before);
+    }
+
+protected:
+    NSObject() noexcept;
+    virtual ~NSObject();
+
+private:
+    template <typename T> friend class NSWeak;
+    friend struct NSWeakTable;
+
+    /// Set in the count once a weak reference exists, so that others pay nothing for them at their end.
+    static constexpr std::uint64_t kHasWeak = std::uint64_t { 1 } << 63;
+
+    void end(std::uint64_t before) const noexcept;
+    void weakEnds() const noexcept;
+    bool retainUnlessEnding() const noexcept;
+
+    mutable std::atomic<std::uint64_t> mCount { 1 };
+};
+
+/// What every protocol derives from: an abstract class of operations that an NSObject class declares by
+/// deriving from it beside NSObject. Whether an object declares a protocol is NSCast<Protocol>(object).
+class NS_EXPORT NSProtocol {
+public:
+    /// The conforming object itself; filled in by NSMake.
+    virtual NSObject* asObject() const = 0;
+
+protected:
+    virtual ~NSProtocol() = default;
+};
+
+/// The most derived type of every object: T as made by NSMake, with its class and the way back from its
+/// protocols.
+template <typename T> class NSInstance final : public T {
+public:
+    template <typename... Args> explicit NSInstance(Args&&... args) : T(std::forward<Args>(args)...) { }
+
+    // These override what the root class and each protocol of T declare; without protocols the second
+    // overrides nothing, so neither can say so.
+    virtual const NSClass& isa() const { return T::classObject(); }
+    virtual NSObject* asObject() const { return const_cast<NSInstance*>(this); }
+};
+
+/// Makes an object of class T; the arguments go to its constructor. Throws what the constructor throws.
+template <typename T, typename... Args> NSRef<T> NSMake(Args&&... args)
+{
+    return NSAdopt<T>(new NSInstance<T>(std::forward<Args>(args)...));
+}
+
+/// The object as a `T` (a class or a protocol); null when it is none, or null.
+template <typename T, typename U> NSRef<T> NSCast(const NSRef<U>& object)
+{
+    if constexpr (std::convertible_to<U*, T*>)
+        return object;
+    else
+        return NSShare(dynamic_cast<T*>(object.get()));
+}
+
+/// Equality that takes null: both null, or equal by isEqual.
+NS_EXPORT bool NSEqual(const NSId& a, const NSId& b);
+
+/// Prints description(), or "(null)" for null.
+NS_EXPORT std::ostream& NSPrint(std::ostream& stream, const NSObject* object);
+inline std::ostream& operator<<(std::ostream& stream, const NSObject& object)
+{
+    return NSPrint(stream, &object);
+}
+template <typename T> std::ostream& operator<<(std::ostream& stream, const NSRef<T>& object)
+{
+    return NSPrint(stream, NSObjectOf(object.get()));
+}

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "LUMPlatform/NSObject.h"
+
+/// The shared record behind all weak references to one object. Internal to NSWeak.
+class NS_EXPORT NSWeakRecord {
+public:
+    /// The record of a live object, made at its first weak reference; the caller owns one count of it.
+    static NSWeakRecord* of(const NSObject& object);
+    /// One more reference to the object; null once its end has begun.
+    NSObject* retainedObject() const noexcept;
+
+    void retain() noexcept { mCount.fetch_add(1, std::memory_order_relaxed); }
+    void release() noexcept
+    {
+        if (mCount.fetch_sub(1, std::memory_order_acq_rel) == 1)
+            delete this;
+    }
+
+private:
+    friend struct NSWeakTable;
+    explicit NSWeakRecord(const NSObject& object) : mObject(&object) { }
+    void lock() const noexcept;
+    void unlock() const noexcept { mLock.clear(std::memory_order_release); }
+
+    std::atomic<std::size_t> mCount { 1 };
+    mutable std::atomic_flag mLock = ATOMIC_FLAG_INIT;
+    const NSObject* mObject; // null once the object's end has begun; guarded by mLock
+};
+
+/// A reference that does not keep its object alive and reads as null once the object's end has begun.
+///
+/// For delegates, targets and other back pointers. To use the object take a reference first:
+///
+///     if (NSRef<LUMJobDelegate> delegate = mDelegate.get())
+///         delegate->jobDidStart(*this);
+///
+/// Threads: as NSRef; get() is safe against the object ending on another thread at that moment.
+template <typename T> class NSWeak {
+public:
+    NSWeak() = default;
+    NSWeak(std::nullptr_t) { }
+    template <typename U>
+    requires std::convertible_to<U*, T*> NSWeak(const NSRef<U>& object)
+        : mRecord(object ? NSWeakRecord::of(*NSObjectOf(object.get())) : nullptr), mPointer(object.get())
+    {
+    }
+    NSWeak(const NSWeak& other) : mRecord(other.mRecord), mPointer(other.mPointer)
+    {
+        if (mRecord)
+            mRecord->retain();
+    }
+    NSWeak(NSWeak&& other) noexcept
+        : mRecord(std::exchange(other.mRecord, nullptr)), mPointer(std::exchange(other.mPointer, nullptr))
+    {
+    }
+    NSWeak& operator=(NSWeak other) noexcept
+    {
+        std::swap(mRecord, other.mRecord);
+        std::swap(mPointer, other.mPointer);
+        return *this;
+    }
+    ~NSWeak()
+    {
+        if (mRecord)
+            mRecord->release();
+    }
+
+    /// A reference to the object, or null once its end has begun.
+    NSRef<T> get() const
+    {
+        if (!mRecord || !mRecord->retainedObject())
+            return nullptr;
+        return NSAdopt(mPointer);
+    }
+    explicit operator bool() const { return static_cast<bool>(get()); }
+
+private:
+    NSWeakRecord* mRecord = nullptr;
+    T* mPointer = nullptr;
+};
