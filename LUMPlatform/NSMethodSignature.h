@@ -2,7 +2,6 @@
 
 #include "LUMPlatform/NSObject.h"
 
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -25,7 +24,7 @@ public:
     /// Raises NSInvalidArgumentException past the last. Selector: getArgumentTypeAtIndex:
     const char* getArgumentTypeAtIndex(NSUInteger index) const;
     /// Selector: methodReturnType
-    const char* methodReturnType() const { return mTypes[0].c_str(); }
+    const char* methodReturnType() const { return mTypes[0]; }
     /// Bytes of the result; 0 for a method that returns nothing. Selector: methodReturnLength
     NSUInteger methodReturnLength() const;
 
@@ -33,9 +32,9 @@ public:
     NSUInteger hash() const override;
 
 protected:
-    explicit NSMethodSignature(std::vector<std::string> types);
+    explicit NSMethodSignature(std::vector<const char*> types);
     ~NSMethodSignature() override;
 
 private:
-    std::vector<std::string> mTypes; // result, receiver, selector, arguments
+    std::vector<const char*> mTypes; // result, receiver, selector, arguments
 };

@@ -22,21 +22,22 @@ const NSClass& NSMethodSignature::classObject()
     return type;
 }
 
-NSMethodSignature::NSMethodSignature(std::vector<std::string> types) : mTypes(std::move(types)) { }
+NSMethodSignature::NSMethodSignature(std::vector<const char*> types) : mTypes(std::move(types)) { }
 
 NSMethodSignature::~NSMethodSignature() = default;
 
 NSRef<NSMethodSignature> NSMethodSignature::signatureWithObjCTypes(std::string_view types)
 {
     auto codes = platform::splitTypeCodes(types);
-    if (!codes || codes->size() < 3 || (*codes)[1] != "@" || (*codes)[2] != ":")
+    if (!codes || codes->size() < 3 || std::string_view((*codes)[1]) != "@"
+        || std::string_view((*codes)[2]) != ":")
         return nullptr;
     return NSMake<NSMethodSignature>(std::move(*codes));
 }
 
 NSRef<NSMethodSignature> NSMethodSignature::signatureOfMethod(const NSMethod& method)
 {
-    std::vector<std::string> types { method.returnType, "@", ":" };
+    std::vector<const char*> types { method.returnType, "@", ":" };
     types.insert(types.end(), method.argumentTypes.begin(), method.argumentTypes.end());
     return NSMake<NSMethodSignature>(std::move(types));
 }
@@ -47,7 +48,7 @@ const char* NSMethodSignature::getArgumentTypeAtIndex(NSUInteger index) const
         throw NSException(NSInvalidArgumentException,
             NSString::stringWithUTF8String("argument index " + std::to_string(index) + " is past the last of "
                 + std::to_string(numberOfArguments()) + " arguments"));
-    return mTypes[index + 1].c_str();
+    return mTypes[index + 1];
 }
 
 NSUInteger NSMethodSignature::methodReturnLength() const
@@ -58,13 +59,15 @@ NSUInteger NSMethodSignature::methodReturnLength() const
 bool NSMethodSignature::isEqual(const NSId& other) const
 {
     auto signature = NSCast<NSMethodSignature>(other);
-    return signature && signature->mTypes == mTypes;
+    return signature
+        && std::equal(mTypes.begin(), mTypes.end(), signature->mTypes.begin(), signature->mTypes.end(),
+            [](std::string_view a, std::string_view b) { return a == b; });
 }
 
 NSUInteger NSMethodSignature::hash() const
 {
     NSUInteger result = 0;
-    for (const std::string& type : mTypes)
-        result = result * 31 + std::hash<std::string> {}(type);
+    for (std::string_view type : mTypes)
+        result = result * 31 + std::hash<std::string_view> {}(type);
     return result;
 }

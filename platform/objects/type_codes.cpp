@@ -1,6 +1,10 @@
 #include "platform/objects/type_codes.h"
 
+#include "platform/objects/mutex.h"
+
 #include <algorithm>
+#include <string>
+#include <unordered_set>
 
 namespace platform {
 
@@ -81,6 +85,19 @@ Layout layoutOf(std::string_view code, int nesting)
     return whole;
 }
 
+class InternedCodes {
+public:
+    const char* intern(std::string_view code)
+    {
+        MutexLock lock(mLock);
+        return mCodes.emplace(code).first->c_str();
+    }
+
+private:
+    Mutex mLock;
+    std::unordered_set<std::string> mCodes NS_GUARDED_BY(mLock); // its nodes never move
+};
+
 bool isDigit(char c)
 {
     return c >= '0' && c <= '9';
@@ -88,14 +105,15 @@ bool isDigit(char c)
 
 }
 
-std::optional<std::vector<std::string>> splitTypeCodes(std::string_view types)
+std::optional<std::vector<const char*>> splitTypeCodes(std::string_view types)
 {
-    std::vector<std::string> codes;
+    static InternedCodes& interned = *new InternedCodes;
+    std::vector<const char*> codes;
     while (!types.empty()) {
         std::size_t length = codeLength(types, 0);
         if (length == 0)
             return std::nullopt;
-        codes.emplace_back(types.substr(0, length));
+        codes.push_back(interned.intern(types.substr(0, length)));
         types.remove_prefix(length);
         while (!types.empty() && isDigit(types[0]))
             types.remove_prefix(1);

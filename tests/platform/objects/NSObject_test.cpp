@@ -37,8 +37,8 @@ TEST_F(NSObjectTest, DescribesItselfByClassAndAddress)
 TEST_F(NSObjectTest, RaisesWhenAClassThatCannotBeCopiedIsCopied)
 {
     auto object = NSMake<Track>();
-    EXPECT_THROW(object->copy(), NSException);
-    EXPECT_THROW(object->mutableCopy(), NSException);
+    EXPECT_THROW((void)object->copy(), NSException);
+    EXPECT_THROW((void)object->mutableCopy(), NSException);
 }
 
 TEST_F(NSObjectTest, NamesClassSelectorAndAddressOfAnUnrecognizedSelector)

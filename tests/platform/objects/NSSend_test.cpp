@@ -91,7 +91,7 @@ TEST_F(NSSendTest, PassesObjectsToReferences)
 
 TEST_F(NSSendTest, RaisesForNullWhereAnObjectIsRequired)
 {
-    EXPECT_THROW(NSSend<NSId>(track, NSSelector("joinedWith:"), NSId()), NSException);
+    EXPECT_THROW((void)NSSend<NSId>(track, NSSelector("joinedWith:"), NSId()), NSException);
 }
 
 TEST_F(NSSendTest, RaisesForAnObjectOfTheWrongClass)
