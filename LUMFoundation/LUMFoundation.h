@@ -1,0 +1,6 @@
+// Everything of libLUMFoundation.
+#pragma once
+
+#include "LUMPlatform/LUMPlatform.h"
+
+#include "LUMFoundation/LUMExport.h"

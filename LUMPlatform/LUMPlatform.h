@@ -1,0 +1,20 @@
+// Everything of libLUMPlatform.
+#pragma once
+
+#include "LUMPlatform/NSArgument.h"
+#include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSException.h"
+#include "LUMPlatform/NSExport.h"
+#include "LUMPlatform/NSInvocation.h"
+#include "LUMPlatform/NSMethod.h"
+#include "LUMPlatform/NSMethodSignature.h"
+#include "LUMPlatform/NSNull.h"
+#include "LUMPlatform/NSObject.h"
+#include "LUMPlatform/NSRef.h"
+#include "LUMPlatform/NSSelector.h"
+#include "LUMPlatform/NSSend.h"
+#include "LUMPlatform/NSString.h"
+#include "LUMPlatform/NSStringConstant.h"
+#include "LUMPlatform/NSThread.h"
+#include "LUMPlatform/NSTypes.h"
+#include "LUMPlatform/NSWeak.h"
