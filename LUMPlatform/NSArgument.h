@@ -15,7 +15,7 @@ class NSClass;
 /// specialisation:
 ///
 ///     template<> struct NSTypeCode<NSRange> { static constexpr const char* value = "{_NSRange=QQ}"; };
-template <typename T> struct NSTypeCode {
+template<typename T> struct NSTypeCode {
     static constexpr const char* find()
     {
         if constexpr (std::is_void_v<T>)
@@ -57,13 +57,13 @@ template <typename T> struct NSTypeCode {
     static constexpr const char* value = find();
 };
 
-template <> struct NSTypeCode<NSRange> {
+template<> struct NSTypeCode<NSRange> {
     static constexpr const char* value = "{_NSRange=QQ}";
 };
 
 /// A floating-point value as an integer of type T: truncated toward zero, the nearest limit of T when it lies
 /// out of range, 0 for not-a-number. The plain conversion is undefined there.
-template <typename T> constexpr T NSSaturated(double value)
+template<typename T> constexpr T NSSaturated(double value)
 {
     if (!(value == value))
         return 0;
@@ -89,7 +89,7 @@ public:
 
     NSArgument() = default; ///< No value: the result of a method that returns nothing.
 
-    template <typename T> static NSArgument of(const T& value);
+    template<typename T> static NSArgument of(const T& value);
     /// A zero value of a type given by its code.
     static NSArgument zero(const char* code);
 
@@ -98,7 +98,7 @@ public:
     bool isObject() const { return mCode[0] == '@'; }
     NSObject* object() const { return isObject() ? mValue.object : nullptr; }
 
-    template <typename T> T as() const;
+    template<typename T> T as() const;
 
     /// The same value under another type code.
     NSArgument convertedTo(const char* code) const;
@@ -141,7 +141,7 @@ public:
         mValue = value;
     }
     /// Stores an object without counting it again.
-    template <typename T> void take(NSRef<T> object)
+    template<typename T> void take(NSRef<T> object)
     {
         clear();
         mValue = NSArgument::of(object);
@@ -158,7 +158,7 @@ private:
     NSArgument mValue;
 };
 
-template <typename T> NSArgument NSArgument::of(const T& value)
+template<typename T> NSArgument NSArgument::of(const T& value)
 {
     NSArgument result;
     if constexpr (std::is_same_v<T, NSArgument>) {
@@ -190,7 +190,7 @@ template <typename T> NSArgument NSArgument::of(const T& value)
     return result;
 }
 
-template <typename T> T NSArgument::as() const
+template<typename T> T NSArgument::as() const
 {
     static_assert(NSTypeCode<T>::value != nullptr, "give the structure a type code (NSTypeCode)");
     if constexpr (std::is_void_v<T>)

@@ -34,19 +34,19 @@ public:
 
     /// Stores an argument, converted to the signature's type. Raises NSInvalidArgumentException when the
     /// index is none of an argument, or the value does not fit. Selector: setArgument:atIndex:
-    template <typename T> void setArgument(const T& value, NSUInteger index)
+    template<typename T> void setArgument(const T& value, NSUInteger index)
     {
         store(NSArgument::of(value), index);
     }
     /// Selector: getArgument:atIndex:
-    template <typename T> T argument(NSUInteger index) const { return load(index).template as<T>(); }
+    template<typename T> T argument(NSUInteger index) const { return load(index).template as<T>(); }
     /// Selector: setReturnValue:
-    template <typename T> void setReturnValue(const T& value)
+    template<typename T> void setReturnValue(const T& value)
     {
         mResult.set(NSArgument::of(value).convertedTo(returnType()));
     }
     /// The result of the last call; zero before the first. Selector: getReturnValue:
-    template <typename T> T returnValue() const { return mResult.value().template as<T>(); }
+    template<typename T> T returnValue() const { return mResult.value().template as<T>(); }
     const NSArgument& result() const { return mResult.value(); }
 
     void retainArguments(); ///< Selector: retainArguments

@@ -21,7 +21,7 @@ struct NSMethod {
 };
 
 /// A text that can be a template argument.
-template <std::size_t N> struct NSFixedString {
+template<std::size_t N> struct NSFixedString {
     char text[N];
     consteval NSFixedString(const char (&literal)[N]) { std::copy_n(literal, N, text); }
     constexpr std::string_view view() const { return { text, N - 1 }; }
@@ -32,16 +32,16 @@ namespace NSMethodDetail {
 [[noreturn]] NS_EXPORT void nullForReference();
 NS_EXPORT const NSClass& classArgument(const NSArgument& argument);
 
-template <typename P> using Stored = std::remove_cvref_t<P>;
+template<typename P> using Stored = std::remove_cvref_t<P>;
 
-template <typename R, typename Self, typename... P> struct Types {
+template<typename R, typename Self, typename... P> struct Types {
     using Return = R;
     using Receiver = Self;
     static constexpr std::size_t kArity = sizeof...(P);
     static constexpr const char* kReturn = NSTypeCode<Stored<R>>::value;
     static constexpr std::array<const char*, kArity> kArguments { NSTypeCode<Stored<P>>::value... };
 
-    template <auto Function>
+    template<auto Function>
     static void invoke(NSObject& self, std::span<const NSArgument> arguments, NSResult& result)
     {
         call<Function>(self, arguments.data(), result, std::index_sequence_for<P...>());
@@ -49,7 +49,7 @@ template <typename R, typename Self, typename... P> struct Types {
 
 private:
     /// A parameter holds its converted value while the call runs.
-    template <typename Param> static auto argument(const NSArgument& value)
+    template<typename Param> static auto argument(const NSArgument& value)
     {
         using Plain = Stored<Param>;
         if constexpr (std::is_base_of_v<NSObject, Plain>) {
@@ -60,13 +60,13 @@ private:
         } else
             return value.as<Plain>();
     }
-    template <typename T> struct ObjectArgument {
+    template<typename T> struct ObjectArgument {
         NSRef<T> object;
         operator T&() const { return required(object); }
         static T& required(const NSRef<T>& object);
     };
 
-    template <auto Function, std::size_t... I>
+    template<auto Function, std::size_t... I>
     static void call(NSObject& self, [[maybe_unused]] const NSArgument* arguments, NSResult& result,
         std::index_sequence<I...>)
     {
@@ -99,24 +99,24 @@ private:
     }
 };
 
-template <typename F> struct Signature;
-template <typename R, typename C, typename... P> struct Signature<R (C::*)(P...)> : Types<R, C&, P...> {
+template<typename F> struct Signature;
+template<typename R, typename C, typename... P> struct Signature<R (C::*)(P...)> : Types<R, C&, P...> {
 };
-template <typename R, typename C, typename... P>
+template<typename R, typename C, typename... P>
 struct Signature<R (C::*)(P...) const> : Types<R, const C&, P...> {
 };
-template <typename R, typename C, typename... P>
+template<typename R, typename C, typename... P>
 struct Signature<R (C::*)(P...) noexcept> : Types<R, C&, P...> {
 };
-template <typename R, typename C, typename... P>
+template<typename R, typename C, typename... P>
 struct Signature<R (C::*)(P...) const noexcept> : Types<R, const C&, P...> {
 };
-template <typename R, typename Self, typename... P>
+template<typename R, typename Self, typename... P>
 struct Signature<R (*)(Self, P...)> : Types<R, Self, P...> {
 };
 
-template <typename R, typename Self, typename... P>
-template <typename T>
+template<typename R, typename Self, typename... P>
+template<typename T>
 T& Types<R, Self, P...>::ObjectArgument<T>::required(const NSRef<T>& object)
 {
     if (!object)
@@ -131,9 +131,9 @@ T& Types<R, Self, P...>::ObjectArgument<T>::required(const NSRef<T>& object)
 ///
 ///     constexpr NSMethod kMethods[] = {
 ///         NSMethodOf<"setTitle:", &Track::setTitle>(),
-///         NSMethodOf<"car", &LUMArray::car>(),
+///         NSMethodOf<"firstWord", &Words::firstWord>(),
 ///     };
-template <NSFixedString Selector, auto Function> consteval NSMethod NSMethodOf()
+template<NSFixedString Selector, auto Function> consteval NSMethod NSMethodOf()
 {
     using S = NSMethodDetail::Signature<decltype(Function)>;
     static_assert(std::count(Selector.text, Selector.text + Selector.view().size(), ':') == S::kArity,

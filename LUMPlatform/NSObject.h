@@ -13,7 +13,7 @@ class NSClass;
 class NSInvocation;
 class NSMethodSignature;
 class NSString;
-template <typename T> class NSInstance;
+template<typename T> class NSInstance;
 
 /// The root of all classes: counted ownership, identity, equality, text, and dynamic calls.
 ///
@@ -90,7 +90,7 @@ protected:
     virtual ~NSObject();
 
 private:
-    template <typename T> friend class NSWeak;
+    template<typename T> friend class NSWeak;
     friend struct NSWeakTable;
 
     /// Set in the count once a weak reference exists, so that others pay nothing for them at their end.
@@ -116,9 +116,9 @@ protected:
 
 /// The most derived type of every object: T as made by NSMake, with its class and the way back from its
 /// protocols.
-template <typename T> class NSInstance final : public T {
+template<typename T> class NSInstance final : public T {
 public:
-    template <typename... Args> explicit NSInstance(Args&&... args) : T(std::forward<Args>(args)...) { }
+    template<typename... Args> explicit NSInstance(Args&&... args) : T(std::forward<Args>(args)...) { }
 
     // These override what the root class and each protocol of T declare; without protocols the second
     // overrides nothing, so neither can say so.
@@ -127,13 +127,13 @@ public:
 };
 
 /// Makes an object of class T; the arguments go to its constructor. Throws what the constructor throws.
-template <typename T, typename... Args> NSRef<T> NSMake(Args&&... args)
+template<typename T, typename... Args> NSRef<T> NSMake(Args&&... args)
 {
     return NSAdopt<T>(new NSInstance<T>(std::forward<Args>(args)...));
 }
 
 /// The object as a `T` (a class or a protocol); null when it is none, or null.
-template <typename T, typename U> NSRef<T> NSCast(const NSRef<U>& object)
+template<typename T, typename U> NSRef<T> NSCast(const NSRef<U>& object)
 {
     if constexpr (std::convertible_to<U*, T*>)
         return object;
@@ -150,7 +150,7 @@ inline std::ostream& operator<<(std::ostream& stream, const NSObject& object)
 {
     return NSPrint(stream, &object);
 }
-template <typename T> std::ostream& operator<<(std::ostream& stream, const NSRef<T>& object)
+template<typename T> std::ostream& operator<<(std::ostream& stream, const NSRef<T>& object)
 {
     return NSPrint(stream, NSObjectOf(object.get()));
 }

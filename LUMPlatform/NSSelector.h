@@ -38,6 +38,6 @@ private:
     const Entry* mEntry = nullptr;
 };
 
-template <> struct std::hash<NSSelector> {
+template<> struct std::hash<NSSelector> {
     size_t operator()(NSSelector selector) const noexcept { return selector.hash(); }
 };

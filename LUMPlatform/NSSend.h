@@ -19,7 +19,7 @@ NS_EXPORT NSId NSPerform(NSObject& receiver, NSSelector selector, std::span<cons
 ///
 ///     static const NSSelector compare("compare:");
 ///     auto order = NSSend<NSInteger>(a, compare, b);
-template <typename R = void, typename... Args>
+template<typename R = void, typename... Args>
 R NSSend(NSObject& receiver, NSSelector selector, const Args&... args)
 {
     const std::array<NSArgument, sizeof...(Args)> arguments { NSArgument::of(args)... };
@@ -28,7 +28,7 @@ R NSSend(NSObject& receiver, NSSelector selector, const Args&... args)
     return result.value().template as<R>();
 }
 
-template <typename R = void, typename T, typename... Args>
+template<typename R = void, typename T, typename... Args>
 R NSSend(const NSRef<T>& receiver, NSSelector selector, const Args&... args)
 {
     NSId kept = receiver; // the receiver outlives the call even if the call drops its last other reference

@@ -24,7 +24,7 @@ private:
     std::string mText;
 };
 
-template <> struct NSBoxing<NSString> {
+template<> struct NSBoxing<NSString> {
     static NSRef<NSString> box(const char* text)
     {
         return text ? NSString::stringWithUTF8String(text) : nullptr;

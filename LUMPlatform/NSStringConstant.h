@@ -9,7 +9,7 @@
 /// It is initialised by the compiler, so no order of initialisation matters, and its string, made at first
 /// use, lives as long as the process. Made from null it is a null string.
 ///
-///     extern const NSStringConstant LUMIncomingFileNotification;
+///     extern const NSStringConstant TrackDidEndNotification;
 class NS_EXPORT NSStringConstant {
 public:
     constexpr explicit NSStringConstant(const char* text) : mText(text) { }

@@ -31,7 +31,7 @@ public:
 
     /// Runs `call` on the main thread, waits for it, and returns its result; at once, inline, on the main
     /// thread. An exception of `call` is thrown here. Deadlocks when the main thread waits for this one.
-    template <typename Call> static std::invoke_result_t<Call&> performOnMainThreadAndWait(Call&& call);
+    template<typename Call> static std::invoke_result_t<Call&> performOnMainThreadAndWait(Call&& call);
 
     /// Queues `call` for the main thread and returns: it runs at the earliest at the next turn of the loop,
     /// also when the caller is the main thread. An exception of it leaves the function that runs the loop,
@@ -45,7 +45,7 @@ private:
     static void performAndWait(void (*function)(void*), void* context);
 };
 
-template <typename Call> std::invoke_result_t<Call&> NSThread::performOnMainThreadAndWait(Call&& call)
+template<typename Call> std::invoke_result_t<Call&> NSThread::performOnMainThreadAndWait(Call&& call)
 {
     using Result = std::invoke_result_t<Call&>;
     if constexpr (std::is_void_v<Result>) {

@@ -32,15 +32,15 @@ private:
 ///
 /// For delegates, targets and other back pointers. To use the object take a reference first:
 ///
-///     if (NSRef<LUMJobDelegate> delegate = mDelegate.get())
-///         delegate->jobDidStart(*this);
+///     if (NSRef<DownloadDelegate> delegate = mDelegate.get())
+///         delegate->downloadDidStart(*this);
 ///
 /// Threads: as NSRef; get() is safe against the object ending on another thread at that moment.
-template <typename T> class NSWeak {
+template<typename T> class NSWeak {
 public:
     NSWeak() = default;
     NSWeak(std::nullptr_t) { }
-    template <typename U>
+    template<typename U>
     requires std::convertible_to<U*, T*> NSWeak(const NSRef<U>& object)
         : mRecord(object ? NSWeakRecord::of(*NSObjectOf(object.get())) : nullptr), mPointer(object.get())
     {

@@ -1,4 +1,5 @@
-// Stands in for libFuzzer: hands every file of the given folders to the fuzzer once, so that the corpus is a test.
+// Stands in for libFuzzer: hands every file of the given folders to the fuzzer once, so that the corpus is a
+// test.
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
@@ -18,7 +19,8 @@ int main(int argc, char** argv)
             std::printf("%s\n", entry.path().c_str());
             std::fflush(stdout); // so that the name of a file that crashes is known
             std::ifstream file(entry.path(), std::ios::binary);
-            std::vector<char> bytes { std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>() };
+            std::vector<char> bytes { std::istreambuf_iterator<char>(file),
+                std::istreambuf_iterator<char>() };
             LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
             count++;
         }

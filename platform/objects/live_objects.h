@@ -11,7 +11,7 @@ NS_EXPORT long liveObjectCount() noexcept;
 NS_EXPORT void discountLiveObject() noexcept;
 
 /// Keeps an object for the rest of the process.
-template <typename T> T* makeImmortal(NSRef<T> object) noexcept
+template<typename T> T* makeImmortal(NSRef<T> object) noexcept
 {
     if (object)
         discountLiveObject();

@@ -44,7 +44,7 @@ private:
 };
 
 /// Holds a lock for a scope.
-template <typename M> class NS_SCOPED_CAPABILITY ScopedLock {
+template<typename M> class NS_SCOPED_CAPABILITY ScopedLock {
 public:
     explicit ScopedLock(M& mutex) NS_ACQUIRE(mutex) : mMutex(mutex) { mMutex.lock(); }
     ~ScopedLock() NS_RELEASE() { mMutex.unlock(); }

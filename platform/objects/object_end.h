@@ -15,7 +15,7 @@ class EndQueue {
 public:
     static constexpr int kMaxDepth = 100;
 
-    template <typename Destroy, typename Link> void end(const NSObject* object, Destroy destroy, Link link)
+    template<typename Destroy, typename Link> void end(const NSObject* object, Destroy destroy, Link link)
     {
         if (mDepth >= kMaxDepth) {
             link(object) = reinterpret_cast<std::uintptr_t>(mWaiting);

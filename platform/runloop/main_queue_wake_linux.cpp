@@ -58,7 +58,7 @@ public:
     void open(int number) { mNumber = number; }
 
     /// Puts a new open file behind the same number. Closing first leaves room in a full table.
-    template <typename Open> void renew(Open openFile)
+    template<typename Open> void renew(Open openFile)
     {
         close(mNumber);
         int fresh = openFile();

@@ -12,7 +12,7 @@ namespace {
 
 struct NSObjectTest : ObjectTest { };
 
-template <typename T>
+template<typename T>
 concept OnTheStack = requires
 {
     T {};

@@ -15,7 +15,7 @@ namespace {
 using namespace std::chrono_literals;
 
 /// Serves the main queue while `body` runs on another thread.
-template <typename Body> void serveWhile(Body body)
+template<typename Body> void serveWhile(Body body)
 {
     auto& queue = platform::MainQueue::shared();
     std::thread thread([&] {
