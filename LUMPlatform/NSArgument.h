@@ -68,7 +68,8 @@ template<typename T> constexpr T NSSaturated(double value)
     if (!(value == value))
         return 0;
     // Both limits as doubles: the upper one is a power of two, which is exact, and itself out of range.
-    constexpr double kAbove = static_cast<double>(std::numeric_limits<T>::max() / 2 + 1) * 2.0;
+    constexpr T kHalf = std::numeric_limits<T>::max() / 2 + 1;
+    constexpr double kAbove = static_cast<double>(kHalf) * 2.0;
     constexpr double kLowest = static_cast<double>(std::numeric_limits<T>::min());
     if (value >= kAbove)
         return std::numeric_limits<T>::max();

@@ -122,8 +122,11 @@ public:
 
     // These override what the root class and each protocol of T declare; without protocols the second
     // overrides nothing, so neither can say so.
-    virtual const NSClass& isa() const { return T::classObject(); }
-    virtual NSObject* asObject() const { return const_cast<NSInstance*>(this); }
+    virtual const NSClass& isa() const { return T::classObject(); } // NOLINT(modernize-use-override)
+    virtual NSObject* asObject() const // NOLINT(modernize-use-override)
+    {
+        return const_cast<NSInstance*>(this);
+    }
 };
 
 /// Makes an object of class T; the arguments go to its constructor. Throws what the constructor throws.
