@@ -4,3 +4,4 @@
 #include "LUMPlatform/LUMPlatform.h"
 
 #include "LUMFoundation/LUMExport.h"
+#include "LUMFoundation/LUMRateReporter.h"
