@@ -3,6 +3,7 @@
 
 #include "LUMPlatform/NSArgument.h"
 #include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSDelayedPerforming.h"
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSExport.h"
 #include "LUMPlatform/NSInvocation.h"
@@ -16,5 +17,6 @@
 #include "LUMPlatform/NSString.h"
 #include "LUMPlatform/NSStringConstant.h"
 #include "LUMPlatform/NSThread.h"
+#include "LUMPlatform/NSThreadPerformAdditions.h"
 #include "LUMPlatform/NSTypes.h"
 #include "LUMPlatform/NSWeak.h"

@@ -1,6 +1,7 @@
 #include "LUMPlatform/NSThread.h"
 
 #include "platform/runloop/main_queue.h"
+#include "tests/main_loop.h"
 
 #include <array>
 #include <atomic>
@@ -14,22 +15,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Serves the main queue while `body` runs on another thread.
-template<typename Body> void serveWhile(Body body)
-{
-    auto& queue = platform::MainQueue::shared();
-    std::thread thread([&] {
-        body();
-        queue.stop();
-    });
-    EXPECT_TRUE(queue.run(platform::MainQueue::Clock::now() + 60s)) << "gave up";
-    thread.join();
-}
-
 TEST(NSThreadTest, ReturnsTheResultOfACallOnTheMainThread)
 {
     std::string result;
-    serveWhile([&] {
+    serveMainLoopWhile([&] {
         result = NSThread::performOnMainThreadAndWait(
             [] { return std::string(NSThread::isMainThread() ? "main" : "other"); });
     });
@@ -39,14 +28,14 @@ TEST(NSThreadTest, ReturnsTheResultOfACallOnTheMainThread)
 TEST(NSThreadTest, ReturnsAReference)
 {
     int value = 1;
-    serveWhile([&] { NSThread::performOnMainThreadAndWait([&]() -> int& { return value; }) = 2; });
+    serveMainLoopWhile([&] { NSThread::performOnMainThreadAndWait([&]() -> int& { return value; }) = 2; });
     EXPECT_EQ(value, 2);
 }
 
 TEST(NSThreadTest, ReturnsWhatCanOnlyBeMoved)
 {
     std::unique_ptr<int> result;
-    serveWhile(
+    serveMainLoopWhile(
         [&] { result = NSThread::performOnMainThreadAndWait([] { return std::make_unique<int>(7); }); });
     EXPECT_EQ(*result, 7);
 }
@@ -60,7 +49,7 @@ TEST(NSThreadTest, CallsAConstantFunctionObject)
 TEST(NSThreadTest, WaitsUntilTheCallHasRun)
 {
     std::string story;
-    serveWhile([&] {
+    serveMainLoopWhile([&] {
         NSThread::performOnMainThreadAndWait([&] { story += "call "; });
         story += "return ";
     });
@@ -70,7 +59,7 @@ TEST(NSThreadTest, WaitsUntilTheCallHasRun)
 TEST(NSThreadTest, ThrowsTheCallsExceptionAtTheSender)
 {
     std::string caught;
-    serveWhile([&] {
+    serveMainLoopWhile([&] {
         try {
             NSThread::performOnMainThreadAndWait([] { throw std::runtime_error("from main"); });
         } catch (const std::runtime_error& error) {
@@ -89,7 +78,7 @@ TEST(NSThreadTest, ThrowsInlineOnTheMainThread)
 TEST(NSThreadTest, RunsAWaitingCallInlineWithinACallOfTheMainThread)
 {
     std::string story;
-    serveWhile([&] {
+    serveMainLoopWhile([&] {
         NSThread::performOnMainThreadAndWait([&] {
             story += "outer( ";
             NSThread::performOnMainThread([&] { story += "posted "; });
@@ -104,7 +93,7 @@ TEST(NSThreadTest, RunsAWaitingCallInlineWithinACallOfTheMainThread)
 TEST(NSThreadTest, KeepsTheOrderOfOneSender)
 {
     std::vector<int> seen;
-    serveWhile([&] {
+    serveMainLoopWhile([&] {
         for (int i = 0; i < 1000; ++i)
             NSThread::performOnMainThread([&seen, i] { seen.push_back(i); });
     });
@@ -120,7 +109,7 @@ TEST(NSThreadTest, ServesManySendersAtOnce)
     constexpr int kCalls = 500;
     int sum = 0; // the main thread's alone
     std::atomic<int> results = 0;
-    serveWhile([&] {
+    serveMainLoopWhile([&] {
         std::array<std::thread, kSenders> senders;
         for (auto& sender : senders)
             sender = std::thread([&] {
@@ -139,7 +128,7 @@ TEST(NSThreadTest, ServesManySendersAtOnce)
 TEST(NSThreadTest, ServesSendersFromARunWithinACall)
 {
     std::string story;
-    serveWhile([&] {
+    serveMainLoopWhile([&] {
         std::thread second;
         NSThread::performOnMainThreadAndWait([&] {
             story += "outer( ";
@@ -169,7 +158,7 @@ TEST(NSThreadTest, RunsADelayedCallAtItsTime)
 
 TEST(NSThreadTest, WakesAWaitingLoopForADelayedCallOfAnotherThread)
 {
-    serveWhile([] {
+    serveMainLoopWhile([] {
         std::atomic<bool> ran = false;
         NSThread::performAfterDelay(0.001, [&] {
             ran = true;
