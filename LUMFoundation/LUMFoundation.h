@@ -5,3 +5,4 @@
 
 #include "LUMFoundation/LUMExport.h"
 #include "LUMFoundation/LUMRateReporter.h"
+#include "LUMFoundation/OVMainThreadProxy.h"

@@ -1,0 +1,157 @@
+#include "LUMFoundation/OVMainThreadProxy.h"
+
+#include "LUMPlatform/NSInvocation.h"
+#include "LUMPlatform/NSMethodSignature.h"
+#include "LUMPlatform/NSThread.h"
+#include "core/method_tables.h"
+
+namespace {
+
+/// A proxy is not wrapped again.
+NSId itself(const NSRef<OVMainThreadProxy>& proxy)
+{
+    return proxy;
+}
+
+constexpr NSMethod kMethods[] = {
+    NSMethodOf<"mainThreadProxy", &itself>(),
+    NSMethodOf<"copyMainThreadProxy", &itself>(),
+};
+
+constexpr NSMethod kRootMethods[] = {
+    NSMethodOf<"mainThreadProxy", &OVMainThreadProxy::mainThreadProxy>(),
+    NSMethodOf<"copyMainThreadProxy", &OVMainThreadProxy::copyMainThreadProxy>(),
+};
+
+NSId proxyFor(const NSId& object, NSSelector selector)
+{
+    if (!object)
+        return nullptr;
+    if (object->isa().overridingMethod(selector))
+        return NSSend<NSId>(object, selector);
+    return OVMainThreadProxy::initWithTarget(object);
+}
+
+/// All that is known of a method of an object that has ended and whose class does not know it either.
+NSRef<NSMethodSignature> signatureOfObjects(NSSelector selector)
+{
+    return NSMethodSignature::signatureWithObjCTypes("@@:" + std::string(selector.arity(), '@'));
+}
+
+}
+
+std::span<const NSMethod> lum::mainThreadProxyMethods()
+{
+    return kRootMethods;
+}
+
+const NSClass& OVMainThreadProxy::classObject()
+{
+    static const NSClass& type = NSClass::define("OVMainThreadProxy", &NSObject::classObject(), kMethods);
+    return type;
+}
+
+OVMainThreadProxy::OVMainThreadProxy(const NSId& target) : mTarget(target) { }
+
+OVMainThreadProxy::~OVMainThreadProxy() = default;
+
+NSRef<OVMainThreadProxy> OVMainThreadProxy::initWithTarget(const NSId& target)
+{
+    auto proxy = NSMake<OVMainThreadProxy>(target);
+    proxy->mTargetClass = target ? &target->isa() : nullptr;
+    return proxy;
+}
+
+NSId OVMainThreadProxy::mainThreadProxy(const NSId& object)
+{
+    static const NSSelector selector("mainThreadProxy");
+    return proxyFor(object, selector);
+}
+
+NSId OVMainThreadProxy::copyMainThreadProxy(const NSId& object)
+{
+    static const NSSelector selector("copyMainThreadProxy");
+    return proxyFor(object, selector);
+}
+
+NSId OVMainThreadProxy::liveTarget() const
+{
+    NSId target = mTarget.get();
+    if (target)
+        mTargetClass.store(&target->isa(), std::memory_order_relaxed);
+    return target;
+}
+
+bool OVMainThreadProxy::isOwnSelector(NSSelector selector) const
+{
+    return isa().instanceMethod(selector) != nullptr;
+}
+
+bool OVMainThreadProxy::respondsToSelector(NSSelector selector) const
+{
+    if (isOwnSelector(selector))
+        return true;
+    NSId target = liveTarget();
+    return target && target->respondsToSelector(selector);
+}
+
+NSRef<NSMethodSignature> OVMainThreadProxy::methodSignatureForSelector(NSSelector selector) const
+{
+    if (isOwnSelector(selector))
+        return NSObject::methodSignatureForSelector(selector);
+    if (NSId target = liveTarget())
+        return target->methodSignatureForSelector(selector);
+    const NSClass* type = mTargetClass.load(std::memory_order_relaxed);
+    auto known = type ? type->instanceMethodSignature(selector) : nullptr;
+    return known ? known : signatureOfObjects(selector);
+}
+
+/// Runs `call(target)` on the main thread and waits; false when the target has ended.
+template<typename Call> bool OVMainThreadProxy::performOnTarget(NSSelector selector, Call call)
+{
+    NSId target = liveTarget();
+    if (!target)
+        return false;
+    if (!target->respondsToSelector(selector))
+        doesNotRecognizeSelector(selector);
+    NSThread::performOnMainThreadAndWait([&] {
+        // Should this be the last reference, the target ends here, where its messages run, not at the sender.
+        NSId kept = std::move(target);
+        call(kept);
+    });
+    return true;
+}
+
+NSId OVMainThreadProxy::performSelector(NSSelector selector)
+{
+    if (isOwnSelector(selector))
+        return NSObject::performSelector(selector);
+    performOnTarget(
+        selector, [selector](const NSId& target) { static_cast<void>(target->performSelector(selector)); });
+    return nullptr;
+}
+
+NSId OVMainThreadProxy::performSelectorWithObject(NSSelector selector, const NSId& object)
+{
+    if (isOwnSelector(selector))
+        return NSObject::performSelectorWithObject(selector, object);
+    performOnTarget(selector, [selector, object = NSId(object)](const NSId& target) {
+        static_cast<void>(target->performSelectorWithObject(selector, object));
+    });
+    return nullptr;
+}
+
+void OVMainThreadProxy::forwardInvocation(NSInvocation& invocation)
+{
+    invocation.setTarget(nullptr);
+    invocation.retainArguments();
+    bool ran = performOnTarget(invocation.selector(), [&invocation](const NSId& target) {
+        struct LetGo {
+            NSInvocation& invocation;
+            ~LetGo() { invocation.setTarget(nullptr); }
+        } letGo { invocation };
+        invocation.invokeWithTarget(target);
+    });
+    if (!ran)
+        invocation.invoke(); // without a target, which makes the result zero
+}
