@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// Ill-formed text is either refused (null results) or each ill-formed piece becomes one U+FFFD, as the
+// Unicode standard advises: a piece is the longest start of a sequence that could have become well-formed.
+// In UTF-8, surrogates, overlong forms and code points beyond U+10FFFF are ill-formed; in UTF-16, a
+// surrogate without its partner is.
+
+/// How many UTF-16 code units `utf8` makes, or null when it is ill-formed.
+std::optional<size_t> utf16LengthOfUtf8(std::string_view utf8);
+
+/// Writes the code units of well-formed `utf8` to `out`, which holds utf16LengthOfUtf8(utf8) units.
+void convertWellFormedUtf8(std::string_view utf8, char16_t* out);
+
+/// Null when `utf8` is ill-formed. A byte order mark is kept as U+FEFF.
+std::optional<std::u16string> utf16FromUtf8(std::string_view utf8);
+std::u16string utf16FromUtf8Replacing(std::string_view utf8);
+
+/// Null when `utf16` is ill-formed.
+std::optional<std::string> utf8FromUtf16(std::u16string_view utf16);
+std::string utf8FromUtf16Replacing(std::u16string_view utf16);
+
+/// True when every surrogate in `utf16` has its partner.
+bool isWellFormedUtf16(std::u16string_view utf16);
+
+}
