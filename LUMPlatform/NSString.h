@@ -1,34 +1,155 @@
 #pragma once
 
+#include "LUMPlatform/NSFormatArgument.h"
 #include "LUMPlatform/NSObject.h"
 
+#include <array>
+#include <span>
 #include <string>
 #include <string_view>
 
+class NSCharacterSet;
+
+/// How strings are compared and searched; combined by "|". Nothing here depends on a locale.
+///
+/// Without NSLiteralSearch canonically equivalent texts are the same: e + U+0301 is U+00E9.
+enum NSStringCompareOptions : NSUInteger {
+    NSNoSearchOptions = 0,
+    NSCaseInsensitiveSearch = 1, ///< Full case folding: U+00DF is "ss".
+    NSLiteralSearch = 2, ///< Unit by unit.
+    NSBackwardsSearch = 4, ///< Searches find the last occurrence.
+    NSAnchoredSearch = 8, ///< Searches look at the beginning only, or at the end when backwards.
+    NSNumericSearch = 64, ///< Comparisons take runs of ASCII digits by value, modulo 2 to the power 64.
+};
+constexpr NSStringCompareOptions operator|(NSStringCompareOptions a, NSStringCompareOptions b)
+{
+    return static_cast<NSStringCompareOptions>(static_cast<NSUInteger>(a) | static_cast<NSUInteger>(b));
+}
+
+/// How text is laid out in bytes.
+enum NSStringEncoding : NSUInteger {
+    NSASCIIStringEncoding = 1,
+    NSUTF8StringEncoding = 4,
+    NSMacOSRomanStringEncoding = 30,
+};
+
 /// An immutable text of UTF-16 code units.
+///
+/// Every index, length and range counts code units. A string is made implicitly from UTF-8 and from UTF-16:
+///
+///     NSRef<NSString> name = "Take 1.aif";
+///     if (name->pathExtension()->isEqualToString("aif"))
+///         std::cout << name->stringByDeletingPathExtension();
+///
+/// UTF-8 that is ill-formed makes a null string. Surrogates without a partner are kept, and become U+FFFD in
+/// utf8(). Indices and ranges beyond the text raise NSRangeException. Null arguments are empty texts to the
+/// operations that take a text, unless they say otherwise. Threads: any, since a string never changes;
+/// NSMutableString is the exception.
 class NS_EXPORT NSString : public NSObject {
 public:
     static const NSClass& classObject();
 
-    static NSRef<NSString> stringWithUTF8String(std::string_view text);
-    std::string utf8() const { return mText; }
+    /// The empty string. Selector: string
+    static NSRef<NSString> string();
+    /// Selector: stringWithString:
+    static NSRef<NSString> stringWithString(const NSRef<NSString>& text);
+    /// Null when `utf8` is ill-formed. Selector: stringWithUTF8String:
+    static NSRef<NSString> stringWithUTF8String(std::string_view utf8);
+    /// Selector: stringWithCharacters:length:
+    static NSRef<NSString> stringWithCharacters(std::u16string_view characters);
+    /// `format` with its conversions replaced by the arguments in turn; null when `format` is null.
+    ///
+    /// A conversion is "%", then any of the flags "-+ 0#", a width, "." and a precision, a length modifier,
+    /// and a letter, as in C: d i u x X o; f F e E g G; c (one byte), C (one UTF-16 unit); s (a text in
+    /// UTF-8); p; and %% for itself. %@ is description() of an object, "(null)" for null, and takes a text or
+    /// a number as well. "*" takes a width or precision from the arguments. The separator is always ".", and
+    /// there is no grouping.
+    ///
+    /// Arguments carry their types, so nothing is undefined: an integer is never cut to a narrower type
+    /// except by h and hh, numbers convert into each other (towards zero, within the limits), and a
+    /// conversion without a suitable argument, or of a letter that is none of these, stands in the result as
+    /// it is. Bytes that are not UTF-8 are read as Mac OS Roman. A width or precision counts up to 65535. %#f
+    /// is %f.
+    ///
+    ///     NSString::stringWithFormat("%@: %.1f of %lld", name, 0.5, count);
+    ///
+    /// Selector: stringWithFormat:
+    template<typename... Arguments>
+    static NSRef<NSString> stringWithFormat(const NSRef<NSString>& format, const Arguments&... arguments)
+    {
+        const std::array<NSFormatArgument, sizeof...(Arguments)> list { NSFormatArgument(arguments)... };
+        return stringWithFormatArguments(format, list);
+    }
+    /// The same with a list of arguments. Selector: initWithFormat:arguments:
+    static NSRef<NSString> stringWithFormatArguments(
+        const NSRef<NSString>& format, std::span<const NSFormatArgument> arguments);
+
+    /// Selector: length
+    NSUInteger length() const { return mLength; }
+    /// Selector: characterAtIndex:
+    char16_t characterAtIndex(NSUInteger index) const;
+    /// All of the text, without a copy; valid while this object lives and does not change.
+    std::u16string_view characters() const { return { mCharacters, mLength }; }
+    /// Selector: UTF8String
+    std::string utf8() const;
+
+    /// Selector: substringFromIndex:
+    NSRef<NSString> substringFromIndex(NSUInteger index) const;
+    /// Selector: substringToIndex:
+    NSRef<NSString> substringToIndex(NSUInteger index) const;
+    /// Selector: substringWithRange:
+    NSRef<NSString> substringWithRange(NSRange range) const;
+
+    /// The same code units: canonical equivalents are not equal here. False for null.
+    /// Selector: isEqualToString:
+    bool isEqualToString(const NSRef<NSString>& other) const;
     bool isEqual(const NSId& other) const override;
     NSUInteger hash() const override;
     NSRef<NSString> description() const override;
+    NSId copy() const override;
+    NSId mutableCopy() const override;
+
+    /// By code point after decomposition; a prefix is smaller. Equal are canonical equivalents too.
+    /// Linear. Selector: compare:
+    NSComparisonResult compare(const NSRef<NSString>& other) const;
+    /// The order under `options`, of which backwards and anchored do not count. It is a total order of
+    /// classes of texts that compare equal, so it may sort. Selector: compare:options:
+    NSComparisonResult compareOptions(const NSRef<NSString>& other, NSStringCompareOptions options) const;
+    /// Selector: caseInsensitiveCompare:
+    NSComparisonResult caseInsensitiveCompare(const NSRef<NSString>& other) const;
+
+    // A string and its characters are one allocation, of a size the compiler does not know.
+    static void operator delete(void* memory) { ::operator delete(memory); }
 
 protected:
-    explicit NSString(std::string_view text) : mText(text) { }
-    ~NSString() override = default;
+    /// `characters` outlives the object or is changed by setCharacters.
+    explicit NSString(std::u16string_view characters)
+        : mCharacters(characters.data()), mLength(characters.size())
+    {
+    }
+    ~NSString() override;
+
+    void setCharacters(std::u16string_view characters)
+    {
+        mCharacters = characters.data();
+        mLength = characters.size();
+    }
 
 private:
-    std::string mText;
+    template<typename Fill> static NSRef<NSString> make(std::size_t length, Fill fill);
+
+    const char16_t* mCharacters;
+    std::size_t mLength;
 };
 
 template<> struct NSBoxing<NSString> {
-    static NSRef<NSString> box(const char* text)
+    static NSRef<NSString> box(const char* utf8)
     {
-        return text ? NSString::stringWithUTF8String(text) : nullptr;
+        return utf8 ? NSString::stringWithUTF8String(utf8) : nullptr;
     }
-    static NSRef<NSString> box(std::string_view text) { return NSString::stringWithUTF8String(text); }
-    static NSRef<NSString> box(const std::string& text) { return NSString::stringWithUTF8String(text); }
+    static NSRef<NSString> box(std::string_view utf8) { return NSString::stringWithUTF8String(utf8); }
+    static NSRef<NSString> box(std::u16string_view characters)
+    {
+        return NSString::stringWithCharacters(characters);
+    }
 };

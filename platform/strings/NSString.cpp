@@ -1,30 +1,159 @@
 #include "LUMPlatform/NSString.h"
 
-#include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSException.h"
+#include "LUMPlatform/NSMutableString.h"
+#include "platform/strings/NSString_internal.h"
+#include "platform/strings/text_format.h"
+#include "platform/strings/utf16_compare.h"
+#include "platform/strings/utf_conversion.h"
 
-const NSClass& NSString::classObject()
+#include <algorithm>
+#include <new>
+
+namespace platform {
+
+void requireRange(NSRange range, std::size_t length)
 {
-    static const NSClass& type = NSClass::define("NSString", &NSObject::classObject(), {});
-    return type;
+    if (range.location <= length && range.length <= length - range.location)
+        return;
+    throw NSException(NSRangeException,
+        NSString::stringWithFormat(
+            "range {%llu, %llu} is beyond the end of %zu characters", range.location, range.length, length));
 }
 
-NSRef<NSString> NSString::stringWithUTF8String(std::string_view text)
+}
+
+namespace {
+
+std::u16string descriptionOf(const NSObject& object)
 {
-    return NSMake<NSString>(text);
+    return std::u16string(platform::charactersOf(object.description()));
+}
+
+}
+
+NSString::~NSString() = default;
+
+/// Makes a string of `length` code units, which `fill` writes.
+template<typename Fill> NSRef<NSString> NSString::make(std::size_t length, Fill fill)
+{
+    using Instance = NSInstance<NSString>;
+    void* memory = ::operator new(sizeof(Instance) + length * sizeof(char16_t));
+    auto* characters = reinterpret_cast<char16_t*>(static_cast<std::byte*>(memory) + sizeof(Instance));
+    fill(characters);
+    return NSAdopt<NSString>(::new (memory) Instance(std::u16string_view(characters, length)));
+}
+
+NSRef<NSString> NSString::string()
+{
+    return stringWithCharacters({});
+}
+
+NSRef<NSString> NSString::stringWithString(const NSRef<NSString>& text)
+{
+    return text ? NSCast<NSString>(text->copy()) : string();
+}
+
+NSRef<NSString> NSString::stringWithUTF8String(std::string_view utf8)
+{
+    std::optional<std::size_t> length = platform::utf16LengthOfUtf8(utf8);
+    if (!length)
+        return nullptr;
+    return make(*length, [&](char16_t* out) { platform::convertWellFormedUtf8(utf8, out); });
+}
+
+NSRef<NSString> NSString::stringWithCharacters(std::u16string_view characters)
+{
+    return make(
+        characters.size(), [&](char16_t* out) { std::copy(characters.begin(), characters.end(), out); });
+}
+
+NSRef<NSString> NSString::stringWithFormatArguments(
+    const NSRef<NSString>& format, std::span<const NSFormatArgument> arguments)
+{
+    if (!format)
+        return nullptr;
+    std::u16string text;
+    platform::appendFormat(text, format->characters(), arguments, descriptionOf);
+    return stringWithCharacters(text);
+}
+
+char16_t NSString::characterAtIndex(NSUInteger index) const
+{
+    if (index >= mLength)
+        platform::requireRange({ index, 1 }, mLength);
+    return mCharacters[index];
+}
+
+std::string NSString::utf8() const
+{
+    return platform::utf8FromUtf16Replacing(characters());
+}
+
+NSRef<NSString> NSString::substringFromIndex(NSUInteger index) const
+{
+    platform::requireRange({ index, 0 }, mLength);
+    return substringWithRange({ index, mLength - index });
+}
+
+NSRef<NSString> NSString::substringToIndex(NSUInteger index) const
+{
+    return substringWithRange({ 0, index });
+}
+
+NSRef<NSString> NSString::substringWithRange(NSRange range) const
+{
+    platform::requireRange(range, mLength);
+    return stringWithCharacters(characters().substr(range.location, range.length));
+}
+
+bool NSString::isEqualToString(const NSRef<NSString>& other) const
+{
+    return other && other->characters() == characters();
 }
 
 bool NSString::isEqual(const NSId& other) const
 {
-    auto string = NSCast<NSString>(other);
-    return string && string->mText == mText;
+    if (other.get() == this)
+        return true;
+    const auto* string = dynamic_cast<const NSString*>(other.get());
+    return string && string->characters() == characters();
 }
 
 NSUInteger NSString::hash() const
 {
-    return std::hash<std::string> {}(mText);
+    return std::hash<std::u16string_view> {}(characters());
 }
 
 NSRef<NSString> NSString::description() const
 {
+    return NSCast<NSString>(copy());
+}
+
+NSId NSString::copy() const
+{
     return NSShare(const_cast<NSString*>(this));
+}
+
+NSComparisonResult NSString::compare(const NSRef<NSString>& other) const
+{
+    return compareOptions(other, NSNoSearchOptions);
+}
+
+NSComparisonResult NSString::compareOptions(
+    const NSRef<NSString>& other, NSStringCompareOptions options) const
+{
+    platform::ComparisonRules rules { platform::equivalenceOf(options), (options & NSNumericSearch) != 0 };
+    int order = platform::compareUtf16(characters(), platform::charactersOf(other), rules);
+    return static_cast<NSComparisonResult>(order);
+}
+
+NSComparisonResult NSString::caseInsensitiveCompare(const NSRef<NSString>& other) const
+{
+    return compareOptions(other, NSCaseInsensitiveSearch);
+}
+
+NSId NSString::mutableCopy() const
+{
+    return NSMake<NSMutableString>(characters());
 }
