@@ -1,0 +1,176 @@
+#include "watching/vnode_changes.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace lum {
+
+namespace {
+
+constexpr uint32_t kFileTypeMask = 0170000;
+constexpr uint32_t kFolderType = 0040000;
+constexpr uint32_t kChildEvents =
+    inotify::kCreate | inotify::kDelete | inotify::kMovedFrom | inotify::kMovedTo;
+
+// An object that lost its last link may still be found by its name for a moment; it counts as gone. A file
+// system that never counts links is believed to have what it shows.
+bool isSameObject(const FileStatus& before, const FileStatus& now)
+{
+    return before.device == now.device && before.inode == now.inode && (now.links > 0 || before.links == 0);
+}
+
+bool hasOtherOwnerOrMode(const FileStatus& before, const FileStatus& now)
+{
+    return before.mode != now.mode || before.user != now.user || before.group != now.group;
+}
+
+uint32_t deleteOnce(WatchedState& state)
+{
+    if (state.isDeleted)
+        return 0;
+    state.isDeleted = true;
+    return kVnodeDelete;
+}
+
+void foundAgain(WatchedState& state, const FileStatus& now)
+{
+    state.isNamed = true;
+    state.isDeleted = false;
+    state.status.changed = now.changed;
+    state.status.isRecent = now.isRecent;
+}
+
+// Takes one kind of raw change after the other into account.
+struct Accounting {
+    const RawChanges& raw;
+    WatchedState& state;
+    const FileStatus* now; // null unless the path leads to the watched object
+
+    bool has(uint32_t flag) const { return (raw.flags & flag) != 0; }
+
+    uint32_t contentChanges()
+    {
+        uint32_t changes = 0;
+        if (has(inotify::kModify) || raw.childrenChanged) {
+            changes |= kVnodeWrite;
+            if (now) {
+                if (has(inotify::kModify) && now->size > state.status.size)
+                    changes |= kVnodeExtend;
+                state.status.size = now->size;
+                state.status.modified = now->modified;
+            }
+        }
+        if (raw.subfoldersChanged || !raw.subfoldersMovedOut.empty())
+            changes |= kVnodeLink;
+        return changes;
+    }
+
+    VnodeReport attributeChanges()
+    {
+        VnodeReport report { kVnodeAttrib };
+        if (!now)
+            return report;
+        const FileStatus before = state.status;
+        state.status.links = now->links;
+        state.status.mode = now->mode;
+        state.status.user = now->user;
+        state.status.group = now->group;
+        state.status.modified = now->modified;
+        if (now->isFolder() || now->links == before.links)
+            return report;
+        const bool onlyLinks = !hasOtherOwnerOrMode(before, *now) && before.modified == now->modified;
+        return { onlyLinks ? kVnodeLink : kVnodeLink | kVnodeAttrib, now->links < before.links };
+    }
+};
+
+}
+
+bool FileStatus::isFolder() const
+{
+    return (mode & kFileTypeMask) == kFolderType;
+}
+
+void RawChanges::add(const InotifyEvent& event)
+{
+    // What happens inside a child is the child's own business: only the folder's list of names counts here.
+    if (event.name.empty())
+        flags |= event.flags & ~kChildEvents;
+    if (!(event.flags & kChildEvents))
+        return;
+    childrenChanged = true;
+    if (!(event.flags & inotify::kIsFolder))
+        return;
+    // A subfolder that only gets another name in here leaves the link count as it is.
+    if (event.flags & inotify::kMovedFrom) {
+        subfoldersMovedOut.push_back(event.cookie);
+        return;
+    }
+    const auto movedOut = (event.flags & inotify::kMovedTo)
+        ? std::find(subfoldersMovedOut.begin(), subfoldersMovedOut.end(), event.cookie)
+        : subfoldersMovedOut.end();
+    if (movedOut != subfoldersMovedOut.end())
+        subfoldersMovedOut.erase(movedOut);
+    else
+        subfoldersChanged = true;
+}
+
+VnodeReport vnodeChanges(const RawChanges& raw, WatchedState& state, const std::optional<FileStatus>& look)
+{
+    const FileStatus* now = look && isSameObject(state.status, *look) ? &*look : nullptr;
+    Accounting accounting { raw, state, now };
+
+    VnodeReport report;
+    if (accounting.has(inotify::kMoveSelf)) {
+        report.changes |= kVnodeRename;
+        state.isNamed = now != nullptr;
+    }
+    report.changes |= accounting.contentChanges();
+    if (raw.isUnmounted()) {
+        report.changes |= kVnodeRevoke;
+        return report;
+    }
+    const bool looksForName = raw.isNameInDoubt || accounting.has(inotify::kAttrib);
+    if (raw.hasEnded() || (looksForName && state.isNamed && !now)) {
+        report.changes |= deleteOnce(state);
+        state.isNamed = false;
+    } else if (accounting.has(inotify::kAttrib)) {
+        const VnodeReport attributes = accounting.attributeChanges();
+        report.changes |= attributes.changes;
+        report.mustSettle = attributes.mustSettle;
+    }
+    if (now && !raw.hasEnded())
+        foundAgain(state, *now);
+    return report;
+}
+
+uint32_t vnodeChangesAfterLoss(WatchFate fate, WatchedState& state, const std::optional<FileStatus>& look)
+{
+    const FileStatus* now = look && isSameObject(state.status, *look) ? &*look : nullptr;
+    if (fate == WatchFate::Unmounted)
+        return kVnodeRevoke;
+    if (fate == WatchFate::Dead || (fate == WatchFate::Unknown && !now && state.isNamed)) {
+        state.isNamed = false;
+        return deleteOnce(state);
+    }
+    if (!now) {
+        // The object lives on elsewhere, out of sight: anything may have happened to it.
+        const bool wasNamed = std::exchange(state.isNamed, false);
+        return kVnodeWrite | kVnodeAttrib | (wasNamed ? kVnodeRename : 0U);
+    }
+    const FileStatus before = std::exchange(state.status, *now);
+    uint32_t changes = 0;
+    if (before.size != now->size || before.modified != now->modified)
+        changes |= kVnodeWrite;
+    if (!now->isFolder() && now->size > before.size)
+        changes |= kVnodeExtend;
+    if (before.links != now->links)
+        changes |= kVnodeLink;
+    if (hasOtherOwnerOrMode(before, *now) || (!changes && before.changed != now->changed))
+        changes |= kVnodeAttrib;
+    if (before.isRecent)
+        changes |= kVnodeWrite | kVnodeAttrib;
+    foundAgain(state, *now);
+    return changes;
+}
+
+}

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "watching/inotify_decode.h"
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace lum {
+
+/// What can happen to a watched object. The values are part of the watcher's interface.
+enum VnodeChange : uint32_t {
+    kVnodeDelete = 0x01,
+    kVnodeWrite = 0x02,
+    kVnodeExtend = 0x04,
+    kVnodeAttrib = 0x08,
+    kVnodeLink = 0x10,
+    kVnodeRename = 0x20,
+    kVnodeRevoke = 0x40,
+};
+
+/// One look at a file or folder.
+struct FileStatus {
+    uint64_t device = 0;
+    uint64_t inode = 0;
+    uint64_t size = 0;
+    int64_t modified = 0; ///< Time of the last write, in nanoseconds.
+    int64_t changed = 0; ///< Time of the last change of any kind, in nanoseconds.
+    uint32_t links = 0;
+    uint32_t mode = 0;
+    uint32_t user = 0;
+    uint32_t group = 0;
+    /// The last change was so shortly before the look that another one could carry the same time.
+    bool isRecent = false;
+
+    bool isFolder() const;
+};
+
+/// What is remembered of a watched path from one event to the next.
+struct WatchedState {
+    FileStatus status; ///< As far as it was accounted for in reports.
+    bool isNamed = true; ///< The path led to the object when it was last looked at.
+    bool isDeleted = false; ///< The deletion has been reported.
+};
+
+/// The events of one read about one object, folded into one.
+struct RawChanges {
+    uint32_t flags = 0; ///< inotify bits of the events about the object itself.
+    bool childrenChanged = false;
+    bool subfoldersChanged = false;
+    /// Whether the path still leads to the object is in doubt: the folder above has told that the name was
+    /// removed, or a link went away a moment ago.
+    bool isNameInDoubt = false;
+    std::vector<uint32_t> subfoldersMovedOut; ///< Cookies of moves whose second half has not come yet.
+
+    /// Takes in an event about the object, or about a child of it when it is a folder.
+    void add(const InotifyEvent& event);
+
+    bool isUnmounted() const { return (flags & inotify::kUnmount) != 0; }
+    /// The kernel watch is gone or about to go.
+    bool hasEnded() const
+    {
+        return (flags & (inotify::kIgnored | inotify::kUnmount | inotify::kDeleteSelf)) != 0;
+    }
+};
+
+struct VnodeReport {
+    uint32_t changes = 0;
+    /// The object has lost a link but still has this name. The kernel tells of the loss a moment before the
+    /// name goes, and tells nothing afterwards, so the path must be looked at once more.
+    bool mustSettle = false;
+};
+
+/// What the events of one read mean for one path. `now` is a look at the path made after the read, empty when
+/// nothing is there; `state` is brought up to date.
+///
+/// The kernel's events say less than they seem to: a file that somebody holds open tells of its removal only
+/// by a change of attributes, a removed folder may tell nothing at all, and neither growth nor link counts
+/// are told apart. So the look decides.
+VnodeReport vnodeChanges(const RawChanges& raw, WatchedState& state, const std::optional<FileStatus>& now);
+
+/// What is known of a kernel watch after events were lost.
+enum class WatchFate { Alive, Dead, Unmounted, Unknown };
+
+/// What has changed at a path since the last report, when the kernel has thrown events away. What can not be
+/// seen to be unchanged is reported as changed.
+uint32_t vnodeChangesAfterLoss(WatchFate fate, WatchedState& state, const std::optional<FileStatus>& now);
+
+}
