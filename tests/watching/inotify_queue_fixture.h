@@ -1,0 +1,46 @@
+#pragma once
+
+#include "tests/watching/change_names.h"
+#include "tests/watching/fake_inotify.h"
+#include "watching/inotify_queue.h"
+
+#include <gtest/gtest.h>
+
+namespace lum {
+
+using namespace std::chrono_literals;
+
+/// A queue over an inotify without files.
+class InotifyQueueTest : public testing::Test {
+public:
+    using Token = KernelQueue::Token;
+
+    void SetUp() override { queue = InotifyQueue::open(system); }
+    void TearDown() override
+    {
+        queue.reset();
+        EXPECT_EQ(system.openDescriptors, 0);
+    }
+
+    Token add(const std::string& path, uint32_t changes = kEveryChange)
+    {
+        const std::optional<Token> token = queue->add(path, changes);
+        EXPECT_TRUE(token) << path;
+        return token.value_or(0);
+    }
+
+    /// What one wait gives, as in "1:WRITE 2:WRITE EXTEND".
+    std::string wait()
+    {
+        std::string text;
+        for (const KernelQueue::Event& event : queue->wait(5s))
+            text +=
+                (text.empty() ? "" : " ") + std::to_string(event.token) + ":" + changeNames(event.changes);
+        return text;
+    }
+
+    FakeInotify system;
+    std::unique_ptr<InotifyQueue> queue;
+};
+
+}

@@ -1,0 +1,316 @@
+#include "watching/inotify_queue.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <thread>
+#include <utility>
+
+namespace lum {
+
+using platform::MutexLock;
+
+namespace {
+
+// Room for a thousand events and more; what does not fit is read by the next wait.
+constexpr size_t kBufferSize = 64 * 1024;
+constexpr size_t kLongestEvent = 16 + 256;
+
+// A lost link is told before its name goes, by less than this on any machine that is not starved.
+constexpr std::chrono::milliseconds kSettlingTime(10);
+
+// How long a wait that the system refuses keeps the thread from trying again.
+constexpr std::chrono::milliseconds kPauseAfterFailure(100);
+
+uint32_t eventsFor(uint32_t changes, bool isFolder)
+{
+    // The end and the moves of an object are always followed: they tell whether its path can be trusted.
+    uint32_t events = inotify::kDeleteSelf | inotify::kMoveSelf;
+    if (changes & (kVnodeAttrib | kVnodeDelete | kVnodeLink))
+        events |= inotify::kAttrib;
+    if (isFolder && (changes & (kVnodeWrite | kVnodeLink)))
+        events |= inotify::kCreate | inotify::kDelete | inotify::kMovedFrom | inotify::kMovedTo;
+    if (!isFolder && (changes & (kVnodeWrite | kVnodeExtend)))
+        events |= inotify::kModify;
+    return events;
+}
+
+class Descriptor {
+public:
+    Descriptor(InotifySystem& system, int number) : mSystem(system), mNumber(number) { }
+    ~Descriptor()
+    {
+        if (mNumber >= 0)
+            mSystem.close(mNumber);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    explicit operator bool() const { return mNumber >= 0; }
+    int number() const { return mNumber; }
+    int leak() { return std::exchange(mNumber, -1); }
+
+private:
+    InotifySystem& mSystem;
+    int mNumber;
+};
+
+}
+
+/// One path that may have changed, and what is there now.
+struct InotifyQueue::Look {
+    Token token;
+    int watch;
+    std::string path;
+    uint64_t device;
+    std::optional<FileStatus> now {};
+};
+
+struct InotifyQueue::Batch {
+    std::vector<std::pair<int, RawChanges>> changes; // a pair per watch, in the order of its first event
+    std::unordered_map<int, size_t> places; // of the watches in `changes`
+    std::vector<Look> looks;
+    bool hasLostEvents = false;
+    std::optional<std::vector<int>> liveWatches; // looked at after a loss
+    std::vector<int> endedWatches;
+
+    RawChanges& of(int watch)
+    {
+        const auto [place, isNew] = places.try_emplace(watch, changes.size());
+        if (isNew)
+            changes.emplace_back(watch, RawChanges());
+        return changes[place->second].second;
+    }
+    const RawChanges* find(int watch) const
+    {
+        const auto place = places.find(watch);
+        return place == places.end() ? nullptr : &changes[place->second].second;
+    }
+};
+
+std::unique_ptr<InotifyQueue> InotifyQueue::open(InotifySystem& system)
+{
+    Descriptor queue(system, system.openQueue());
+    if (!queue)
+        return nullptr;
+    Descriptor waker(system, system.openWaker());
+    if (!waker)
+        return nullptr;
+    std::unique_ptr<InotifyQueue> opened(new InotifyQueue(system, queue.number(), waker.number()));
+    queue.leak();
+    waker.leak();
+    return opened;
+}
+
+InotifyQueue::InotifyQueue(InotifySystem& system, int queue, int waker)
+    : mSystem(system)
+    , mQueue(queue)
+    , mWaker(waker)
+    , mWatches(system, queue)
+    , mBuffer(std::make_unique_for_overwrite<std::byte[]>(kBufferSize))
+{
+}
+
+InotifyQueue::~InotifyQueue()
+{
+    close();
+}
+
+int InotifyQueue::descriptor() const
+{
+    const MutexLock lock(mLock);
+    return mIsOpen ? mQueue : -1;
+}
+
+std::optional<KernelQueue::Token> InotifyQueue::add(const std::string& path, uint32_t changes)
+{
+    // The watch is put on a descriptor, so that it and what is remembered belong to one object. The
+    // descriptor goes at once: kept open it would hold back the news of a removal and keep a volume from
+    // being unmounted.
+    const Descriptor object(mSystem, mSystem.openPath(path));
+    if (!object)
+        return std::nullopt;
+    Entry entry;
+    entry.changes = changes;
+    if (mSystem.status(object.number(), entry.state.status) < 0)
+        return std::nullopt;
+    entry.path = mSystem.pathOf(object.number());
+    if (entry.path.empty())
+        entry.path = path;
+    const uint32_t events = eventsFor(changes, entry.state.status.isFolder()) | inotify::kMaskAdd;
+
+    // Held across the registration, so that no event of a new watch is met before its entry is there.
+    const MutexLock lock(mLock);
+    if (!mIsOpen)
+        return std::nullopt;
+    entry.watch = mSystem.addWatch(mQueue, "/proc/self/fd/" + std::to_string(object.number()), events);
+    if (entry.watch == -ENOENT || entry.watch == -ENOTDIR) // no /proc here
+        entry.watch = mSystem.addWatch(mQueue, path, events);
+    if (entry.watch == -EACCES || entry.watch == -EPERM)
+        return std::nullopt;
+    entry.watch = std::max(entry.watch, -1);
+
+    return mWatches.add(std::move(entry));
+}
+
+int InotifyQueue::remove(Token token)
+{
+    const MutexLock lock(mLock);
+    return mWatches.remove(token);
+}
+
+std::vector<KernelQueue::Event> InotifyQueue::wait(std::chrono::milliseconds limit)
+{
+    const std::vector<Token> unsettled = std::exchange(mUnsettled, {});
+    const std::vector<InotifyEvent> events =
+        readEvents(unsettled.empty() ? limit : std::min(limit, kSettlingTime));
+    if (events.empty() && unsettled.empty())
+        return {};
+    Batch batch;
+    collect(unsettled, events, batch);
+    lookAtPaths(batch);
+    return settle(batch);
+}
+
+std::vector<InotifyEvent> InotifyQueue::readEvents(std::chrono::milliseconds limit)
+{
+    const int ready = mSystem.wait(mQueue, mWaker, limit);
+    if (ready > 0 && (ready & InotifySystem::kWaker))
+        mSystem.rearm(mWaker);
+    ptrdiff_t length = 0;
+    if (ready > 0 && (ready & InotifySystem::kQueue))
+        length = mSystem.read(mQueue, { mBuffer.get(), kBufferSize });
+    if (ready < 0 || (length < 0 && length != -EAGAIN)) {
+        std::this_thread::sleep_for(std::min(limit, kPauseAfterFailure));
+        return {};
+    }
+    const size_t filled = length > 0 ? static_cast<size_t>(length) : 0;
+    mIsDrained = filled + kLongestEvent <= kBufferSize;
+    return decodeInotify({ mBuffer.get(), filled });
+}
+
+void InotifyQueue::collect(
+    const std::vector<Token>& unsettled, const std::vector<InotifyEvent>& events, Batch& batch)
+{
+    const MutexLock lock(mLock);
+    for (const Token token : unsettled) {
+        const Entry* entry = mWatches.find(token);
+        if (entry && entry->watch >= 0)
+            batch.of(entry->watch).isNameInDoubt = true;
+    }
+    for (const InotifyEvent& event : events) {
+        batch.hasLostEvents |= (event.flags & inotify::kOverflow) != 0;
+        if (!mWatches.hasWatch(event.watch))
+            continue;
+        batch.of(event.watch).add(event);
+        if (!(event.flags & inotify::kDelete))
+            continue;
+        for (const int subfolder : mWatches.subfoldersOf(event.watch, event.name))
+            batch.of(subfolder).isNameInDoubt = true;
+    }
+    const auto lookAt = [&](Token token) NS_REQUIRES(mLock) {
+        const Entry& entry = *mWatches.find(token);
+        batch.looks.push_back({ token, entry.watch, entry.path, entry.state.status.device });
+    };
+    for (const auto& [watch, changes] : batch.changes) {
+        for (const Token token : mWatches.entriesOf(watch))
+            lookAt(token);
+    }
+    if (!batch.hasLostEvents)
+        return;
+    for (const Token token : mWatches.liveEntries()) {
+        if (!batch.find(mWatches.find(token)->watch))
+            lookAt(token);
+    }
+}
+
+void InotifyQueue::lookAtPaths(Batch& batch)
+{
+    // No lock is held here: a look at a volume that does not answer must not stop those who add and remove.
+    if (batch.hasLostEvents)
+        batch.liveWatches = mSystem.liveWatches(mQueue);
+    for (Look& look : batch.looks) {
+        FileStatus now;
+        if (mSystem.status(look.path, now) >= 0)
+            look.now = now;
+        const RawChanges* raw = batch.find(look.watch);
+        if (raw && raw->isUnmounted() && !isKnownUnmounted(look.device))
+            mUnmountedDevices.push_back(look.device);
+    }
+}
+
+std::vector<KernelQueue::Event> InotifyQueue::settle(Batch& batch)
+{
+    const MutexLock lock(mLock);
+    std::vector<Event> events;
+    for (const Look& look : batch.looks) {
+        Entry* entry = mWatches.find(look.token);
+        if (!entry)
+            continue;
+        const uint32_t changes = settle(look, batch, *entry) & entry->changes;
+        if (changes)
+            events.push_back({ look.token, changes });
+    }
+    for (const auto& [number, changes] : batch.changes) {
+        if (changes.hasEnded())
+            mWatches.forgetWatch(number);
+    }
+    for (const int number : batch.endedWatches)
+        mWatches.forgetWatch(number);
+    if (mIsDrained)
+        mUnmountedDevices.clear();
+    return events;
+}
+
+uint32_t InotifyQueue::settle(const Look& look, Batch& batch, Entry& entry)
+{
+    uint32_t changes = 0;
+    if (const RawChanges* raw = batch.find(look.watch)) {
+        const VnodeReport report = vnodeChanges(*raw, entry.state, look.now);
+        if (report.mustSettle)
+            mUnsettled.push_back(look.token);
+        changes = report.changes;
+        if (raw->hasEnded())
+            return changes;
+    }
+    if (batch.hasLostEvents) {
+        const WatchFate fate = fateOf(look, batch);
+        if (fate == WatchFate::Dead || fate == WatchFate::Unmounted)
+            batch.endedWatches.push_back(look.watch);
+        changes |= vnodeChangesAfterLoss(fate, entry.state, look.now);
+    }
+    return changes;
+}
+
+WatchFate InotifyQueue::fateOf(const Look& look, const Batch& batch) const
+{
+    if (!batch.liveWatches)
+        return WatchFate::Unknown;
+    if (std::binary_search(batch.liveWatches->begin(), batch.liveWatches->end(), look.watch))
+        return WatchFate::Alive;
+    // A volume takes all its watches with it, and the news of most of them may be among what was lost.
+    return isKnownUnmounted(look.device) ? WatchFate::Unmounted : WatchFate::Dead;
+}
+
+bool InotifyQueue::isKnownUnmounted(uint64_t device) const
+{
+    return std::find(mUnmountedDevices.begin(), mUnmountedDevices.end(), device) != mUnmountedDevices.end();
+}
+
+void InotifyQueue::wake()
+{
+    const MutexLock lock(mLock);
+    if (mIsOpen)
+        mSystem.wake(mWaker);
+}
+
+int InotifyQueue::close()
+{
+    const MutexLock lock(mLock);
+    if (!std::exchange(mIsOpen, false))
+        return 0;
+    mWatches.clear();
+    mSystem.close(mWaker);
+    return -mSystem.close(mQueue);
+}
+
+}

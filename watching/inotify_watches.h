@@ -1,0 +1,71 @@
+#pragma once
+
+#include "watching/inotify_system.h"
+#include "watching/kernel_queue.h"
+
+#include <functional>
+#include <unordered_map>
+
+namespace lum {
+
+/// The paths added to an inotify queue, and the kernel's watches that they share.
+///
+/// The kernel has one watch per object, however many paths lead to it, and one mask per watch. So each watch
+/// has a list of entries with masks of their own, asks for the sum of them, and is given up with its last
+/// entry.
+///
+/// A folder that somebody is in when it is removed tells nothing about that. Its entry therefore also leans
+/// on a watch of the folder above, where the system allows one.
+///
+/// Threads: one at a time.
+class InotifyWatches {
+public:
+    using Token = KernelQueue::Token;
+
+    struct Entry {
+        int watch = -1; ///< -1 once nothing more can be reported.
+        int parentWatch = -1; ///< May be one that the kernel has given up; numbers are never used twice.
+        uint32_t changes = 0;
+        std::string path; ///< Where the object was when it was added, without symbolic links.
+        WatchedState state;
+    };
+
+    InotifyWatches(InotifySystem& system, int queue);
+
+    /// Takes in a path whose watch has just been made, or was refused (-1).
+    Token add(Entry entry);
+    /// Returns 0 or an errno value; an unknown token is no failure.
+    int remove(Token token);
+    /// The kernel has given up the watch: its entries stay, and report nothing more.
+    void forgetWatch(int watch);
+    void clear();
+
+    Entry* find(Token token);
+    bool hasWatch(int watch) const { return mWatches.count(watch) != 0; }
+    /// The entries of a watch, in the order they were added.
+    std::vector<Token> entriesOf(int watch) const;
+    /// The watches of the folders of that name that lean on `watch`.
+    std::vector<int> subfoldersOf(int watch, std::string_view name) const;
+    /// Every entry that can report, in the order they were added.
+    std::vector<Token> liveEntries() const;
+
+private:
+    using Subfolders = std::unordered_multimap<std::string, Token>;
+    struct Watch {
+        std::vector<Token> entries;
+        std::unique_ptr<Subfolders>
+            subfolders; ///< Entries that lean on this watch, by their name in this folder.
+    };
+
+    void watchParent(Entry& entry, Token token);
+    void leaveParent(Entry& entry, Token token);
+    int giveUpIfUnused(int watch);
+
+    InotifySystem& mSystem;
+    const int mQueue;
+    Token mNextToken = 1;
+    std::unordered_map<Token, Entry> mEntries;
+    std::unordered_map<int, Watch> mWatches;
+};
+
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace lum {
+
+/// What a watcher needs from a system: changes of single files and folders, told one by one.
+///
+/// A queue belongs to one watcher thread, which waits; any other thread may add, remove and wake. An added
+/// path is known by its token. Tokens are never used twice, so a late event can not be taken for another
+/// path's.
+class KernelQueue {
+public:
+    using Token = uint64_t;
+
+    /// What happened to one added path: VnodeChange bits, limited to those that were asked for and never
+    /// none.
+    struct Event {
+        Token token;
+        uint32_t changes;
+    };
+
+    /// A queue of the running system; null when the system refuses one.
+    static std::unique_ptr<KernelQueue> open();
+
+    KernelQueue() = default;
+    virtual ~KernelQueue() = default;
+    KernelQueue(const KernelQueue&) = delete;
+    KernelQueue& operator=(const KernelQueue&) = delete;
+
+    /// The system's descriptor of the queue, -1 once closed. Any thread.
+    virtual int descriptor() const = 0;
+
+    /// Starts reporting `changes` (VnodeChange bits) of what `path` names now, following symbolic links.
+    /// Empty when the path can not be opened. A path that opens but can not be watched, because a limit of
+    /// the system is reached, gets a token that never reports. The same path may be added again. Any thread.
+    virtual std::optional<Token> add(const std::string& path, uint32_t changes) = 0;
+
+    /// Ends the reports of a token; events that are waiting are dropped. An unknown token is no failure.
+    /// Returns 0 or an errno value. Any thread.
+    virtual int remove(Token token) = 0;
+
+    /// Waits until something is reported, wake() is called or `limit` has passed, and returns the events in
+    /// the order they happened, at most one per token. The watcher thread only.
+    virtual std::vector<Event> wait(std::chrono::milliseconds limit) = 0;
+
+    /// Ends the wait that is going on, or the next one. Does nothing on a closed queue. Any thread.
+    virtual void wake() = 0;
+
+    /// Gives the queue back to the system; it reports nothing from then on. Returns 0 or an errno value.
+    /// The watcher thread only.
+    virtual int close() = 0;
+};
+
+}
