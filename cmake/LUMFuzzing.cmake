@@ -1,7 +1,7 @@
 # lum_add_fuzzer(<name> <sources>...)
 #
-# A reader of bytes under libFuzzer, with its corpus in fuzz/corpus/<name>. In the fuzz preset this is a fuzzer,
-# which fuzz/run finds in build/fuzz/fuzzers; among the tests it is a program that reads the corpus once.
+# A reader of bytes under libFuzzer, with its corpus in fuzz/corpus/<name>. In the fuzz preset this is a fuzzer for
+# fuzz/run; among the tests it is a program that reads the corpus once.
 function(lum_add_fuzzer name)
     add_executable(${name} ${ARGN})
     target_link_libraries(${name} PRIVATE lum_compile LUMFoundationObjects LUMPlatformObjects)

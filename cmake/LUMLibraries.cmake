@@ -9,7 +9,11 @@ target_link_libraries(LUMFoundation
 
 foreach(library LUMPlatform LUMFoundation)
     set_target_properties(${library} PROPERTIES
-        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
+        INSTALL_RPATH $ORIGIN)
+    if(NOT LUM_SANITIZE) # whose runtime is in the program alone
+        target_link_options(${library} PRIVATE LINKER:--no-undefined)
+    endif()
     target_include_directories(${library} PUBLIC
         $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}> $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
     target_compile_features(${library} PUBLIC cxx_std_20)
