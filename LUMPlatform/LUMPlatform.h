@@ -9,6 +9,7 @@
 #include "LUMPlatform/NSFormatArgument.h"
 #include "LUMPlatform/NSInvocation.h"
 #include "LUMPlatform/NSLock.h"
+#include "LUMPlatform/NSLog.h"
 #include "LUMPlatform/NSMethod.h"
 #include "LUMPlatform/NSMethodSignature.h"
 #include "LUMPlatform/NSMutableString.h"
