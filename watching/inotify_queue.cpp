@@ -121,18 +121,18 @@ int InotifyQueue::descriptor() const
     return mIsOpen ? mQueue : -1;
 }
 
-std::optional<KernelQueue::Token> InotifyQueue::add(const std::string& path, uint32_t changes)
+bool InotifyQueue::add(Token token, const std::string& path, uint32_t changes)
 {
     // The watch is put on a descriptor, so that it and what is remembered belong to one object. The
     // descriptor goes at once: kept open it would hold back the news of a removal and keep a volume from
     // being unmounted.
     const Descriptor object(mSystem, mSystem.openPath(path));
     if (!object)
-        return std::nullopt;
+        return false;
     Entry entry;
     entry.changes = changes;
     if (mSystem.status(object.number(), entry.state.status) < 0)
-        return std::nullopt;
+        return false;
     entry.path = mSystem.pathOf(object.number());
     if (entry.path.empty())
         entry.path = path;
@@ -141,15 +141,15 @@ std::optional<KernelQueue::Token> InotifyQueue::add(const std::string& path, uin
     // Held across the registration, so that no event of a new watch is met before its entry is there.
     const MutexLock lock(mLock);
     if (!mIsOpen)
-        return std::nullopt;
+        return false;
     entry.watch = mSystem.addWatch(mQueue, "/proc/self/fd/" + std::to_string(object.number()), events);
     if (entry.watch == -ENOENT || entry.watch == -ENOTDIR) // no /proc here
         entry.watch = mSystem.addWatch(mQueue, path, events);
     if (entry.watch == -EACCES || entry.watch == -EPERM)
-        return std::nullopt;
+        return false;
     entry.watch = std::max(entry.watch, -1);
-
-    return mWatches.add(std::move(entry));
+    mWatches.add(token, std::move(entry));
+    return true;
 }
 
 int InotifyQueue::remove(Token token)

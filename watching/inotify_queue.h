@@ -13,7 +13,7 @@ public:
     ~InotifyQueue() override;
 
     int descriptor() const override;
-    std::optional<Token> add(const std::string& path, uint32_t changes) override;
+    bool add(Token token, const std::string& path, uint32_t changes) override;
     int remove(Token token) override;
     std::vector<Event> wait(std::chrono::milliseconds limit) override;
     void wake() override;

@@ -17,15 +17,13 @@ std::string_view lastName(std::string_view path)
 
 InotifyWatches::InotifyWatches(InotifySystem& system, int queue) : mSystem(system), mQueue(queue) { }
 
-InotifyWatches::Token InotifyWatches::add(Entry entry)
+void InotifyWatches::add(Token token, Entry entry)
 {
-    const Token token = mNextToken++;
     if (entry.watch >= 0) {
         mWatches[entry.watch].entries.push_back(token);
         watchParent(entry, token);
     }
     mEntries.emplace(token, std::move(entry));
-    return token;
 }
 
 int InotifyWatches::remove(Token token)

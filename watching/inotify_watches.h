@@ -33,7 +33,7 @@ public:
     InotifyWatches(InotifySystem& system, int queue);
 
     /// Takes in a path whose watch has just been made, or was refused (-1).
-    Token add(Entry entry);
+    void add(Token token, Entry entry);
     /// Returns 0 or an errno value; an unknown token is no failure.
     int remove(Token token);
     /// The kernel has given up the watch: its entries stay, and report nothing more.
@@ -63,7 +63,6 @@ private:
 
     InotifySystem& mSystem;
     const int mQueue;
-    Token mNextToken = 1;
     std::unordered_map<Token, Entry> mEntries;
     std::unordered_map<int, Watch> mWatches;
 };

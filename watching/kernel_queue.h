@@ -3,7 +3,6 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,8 +11,8 @@ namespace lum {
 /// What a watcher needs from a system: changes of single files and folders, told one by one.
 ///
 /// A queue belongs to one watcher thread, which waits; any other thread may add, remove and wake. An added
-/// path is known by its token. Tokens are never used twice, so a late event can not be taken for another
-/// path's.
+/// path is known by the token that its adder gives it. No token is used twice, so a late event cannot be
+/// taken for another path's.
 class KernelQueue {
 public:
     using Token = uint64_t;
@@ -36,10 +35,11 @@ public:
     /// The system's descriptor of the queue, -1 once closed. Any thread.
     virtual int descriptor() const = 0;
 
-    /// Starts reporting `changes` (VnodeChange bits) of what `path` names now, following symbolic links.
-    /// Empty when the path can not be opened. A path that opens but can not be watched, because a limit of
-    /// the system is reached, gets a token that never reports. The same path may be added again. Any thread.
-    virtual std::optional<Token> add(const std::string& path, uint32_t changes) = 0;
+    /// Starts reporting `changes` (VnodeChange bits) of what `path` names now, following symbolic links,
+    /// under a token that was not used before. False when the path cannot be opened. A path that opens but
+    /// cannot be watched, because a limit of the system is reached, is true and never reports. The same path
+    /// may be added again. Events may come before this returns. Any thread.
+    virtual bool add(Token token, const std::string& path, uint32_t changes) = 0;
 
     /// Ends the reports of a token; events that are waiting are dropped. An unknown token is no failure.
     /// Returns 0 or an errno value. Any thread.

@@ -82,7 +82,7 @@ VnodeReport vnodeChanges(const RawChanges& raw, WatchedState& state, const std::
 /// What is known of a kernel watch after events were lost.
 enum class WatchFate { Alive, Dead, Unmounted, Unknown };
 
-/// What has changed at a path since the last report, when the kernel has thrown events away. What can not be
+/// What has changed at a path since the last report, when the kernel has thrown events away. What cannot be
 /// seen to be unchanged is reported as changed.
 uint32_t vnodeChangesAfterLoss(WatchFate fate, WatchedState& state, const std::optional<FileStatus>& now);
 

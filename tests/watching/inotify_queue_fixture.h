@@ -22,11 +22,11 @@ public:
         EXPECT_EQ(system.openDescriptors, 0);
     }
 
+    /// The first path is 1, the next one 2.
     Token add(const std::string& path, uint32_t changes = kEveryChange)
     {
-        const std::optional<Token> token = queue->add(path, changes);
-        EXPECT_TRUE(token) << path;
-        return token.value_or(0);
+        EXPECT_TRUE(queue->add(++mLastToken, path, changes)) << path;
+        return mLastToken;
     }
 
     /// What one wait gives, as in "1:WRITE 2:WRITE EXTEND".
@@ -41,6 +41,9 @@ public:
 
     FakeInotify system;
     std::unique_ptr<InotifyQueue> queue;
+
+private:
+    Token mLastToken = 0;
 };
 
 }

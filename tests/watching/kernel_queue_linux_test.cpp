@@ -38,9 +38,8 @@ public:
 
     Token add(const std::string& name, uint32_t changes = kEveryChange)
     {
-        const auto token = queue->add(name.starts_with('/') ? name : path(name), changes);
-        EXPECT_TRUE(token) << name;
-        return token.value_or(0);
+        EXPECT_TRUE(queue->add(++mLastToken, name.starts_with('/') ? name : path(name), changes)) << name;
+        return mLastToken;
     }
 
     /// What has been reported up to now, as in "file:WRITE EXTEND": one list for each wait and path.
@@ -65,6 +64,7 @@ public:
     std::unique_ptr<KernelQueue> queue;
 
 private:
+    Token mLastToken = 0;
     Token mEnd = 0;
 };
 
@@ -299,19 +299,18 @@ TEST_P(KernelQueueTest, AddsARelativePath)
 {
     const fs::path before = fs::current_path();
     fs::current_path(folder->path());
-    const auto token = queue->add("file", kEveryChange);
+    EXPECT_TRUE(queue->add(77, "file", kEveryChange));
     fs::current_path(before);
-    ASSERT_TRUE(token);
     fs::remove(path("file"));
-    EXPECT_EQ(report(*token), "DELETE");
+    EXPECT_EQ(report(77), "DELETE");
 }
 
 TEST_P(KernelQueueTest, AddsNeitherWhatIsMissingNorADanglingLink)
 {
     fs::create_symlink("nowhere", path("soft"));
-    EXPECT_FALSE(queue->add(path("nowhere"), kEveryChange));
-    EXPECT_FALSE(queue->add(path("soft"), kEveryChange));
-    EXPECT_FALSE(queue->add("", kEveryChange));
+    EXPECT_FALSE(queue->add(77, path("nowhere"), kEveryChange));
+    EXPECT_FALSE(queue->add(77, path("soft"), kEveryChange));
+    EXPECT_FALSE(queue->add(77, "", kEveryChange));
 }
 
 TEST_P(KernelQueueTest, AddsAPipeWithoutWaitingForAReader)
@@ -330,11 +329,11 @@ TEST_P(KernelQueueTest, AddsNothingThatAPlainUserMayNotRead)
     if (isRoot) {
         ASSERT_EQ(syscall(SYS_setresuid, -1, 65534, -1), 0);
     }
-    const auto token = queue->add(path("file"), kEveryChange);
+    const bool isAdded = queue->add(77, path("file"), kEveryChange);
     if (isRoot) {
         ASSERT_EQ(syscall(SYS_setresuid, -1, 0, -1), 0);
     }
-    EXPECT_FALSE(token);
+    EXPECT_FALSE(isAdded);
 }
 
 TEST_P(KernelQueueTest, ReportsARevocationWhenAVolumeIsUnmounted)
@@ -378,7 +377,7 @@ TEST_P(KernelQueueTest, LosesNothingWhenTheKernelsQueueOverflows)
     const auto deadline = std::chrono::steady_clock::now() + 20s;
     while (reported.empty() && std::chrono::steady_clock::now() < deadline) {
         for (const KernelQueue::Event& event : queue->wait(1s)) {
-            // The file was just written, so its times can not exclude a change of attributes.
+            // The file was just written, so its times cannot exclude a change of attributes.
             if (names.count(event.token))
                 reported += names.at(event.token) + changeNames(event.changes & ~kVnodeAttrib) + " ";
         }
