@@ -37,7 +37,7 @@ public:
     /// Returns 0 or an errno value; an unknown token is no failure.
     int remove(Token token);
     /// The kernel has given up the watch: its entries stay, and report nothing more.
-    void forgetWatch(int watch);
+    void forgetWatch(int number);
     void clear();
 
     Entry* find(Token token);
@@ -59,7 +59,7 @@ private:
 
     void watchParent(Entry& entry, Token token);
     void leaveParent(Entry& entry, Token token);
-    int giveUpIfUnused(int watch);
+    int giveUpIfUnused(int number);
 
     InotifySystem& mSystem;
     const int mQueue;

@@ -1,13 +1,12 @@
 #include "watching/inotify_queue.h"
 
 #include <cerrno>
-#include <cstdio>
+#include <ctime>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/eventfd.h>
 #include <sys/inotify.h>
 #include <sys/stat.h>
-#include <time.h>
 #include <unistd.h>
 
 namespace lum {

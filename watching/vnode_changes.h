@@ -71,19 +71,19 @@ struct VnodeReport {
     bool mustSettle = false;
 };
 
-/// What the events of one read mean for one path. `now` is a look at the path made after the read, empty when
-/// nothing is there; `state` is brought up to date.
+/// What the events of one read mean for one path. `look` is what is at the path, seen after the read, empty
+/// when nothing is there; `state` is brought up to date.
 ///
 /// The kernel's events say less than they seem to: a file that somebody holds open tells of its removal only
 /// by a change of attributes, a removed folder may tell nothing at all, and neither growth nor link counts
 /// are told apart. So the look decides.
-VnodeReport vnodeChanges(const RawChanges& raw, WatchedState& state, const std::optional<FileStatus>& now);
+VnodeReport vnodeChanges(const RawChanges& raw, WatchedState& state, const std::optional<FileStatus>& look);
 
 /// What is known of a kernel watch after events were lost.
 enum class WatchFate { Alive, Dead, Unmounted, Unknown };
 
 /// What has changed at a path since the last report, when the kernel has thrown events away. What cannot be
 /// seen to be unchanged is reported as changed.
-uint32_t vnodeChangesAfterLoss(WatchFate fate, WatchedState& state, const std::optional<FileStatus>& now);
+uint32_t vnodeChangesAfterLoss(WatchFate fate, WatchedState& state, const std::optional<FileStatus>& look);
 
 }
