@@ -104,8 +104,8 @@ void BlockingHandOff_EventFD(benchmark::State& state)
     close(back);
 }
 
-BENCHMARK(BlockingHandOff_Own)->Name("BlockingHandOff/LUM/1")->UseRealTime();
-BENCHMARK(BlockingHandOff_OwnInGLib)->Name("BlockingHandOff/LUM in GLib's loop/1")->UseRealTime();
-BENCHMARK(BlockingHandOff_EventFD)->Name("BlockingHandOff/bare eventfd/1")->UseRealTime();
+BENCHMARK(BlockingHandOff_Own)->Name("BlockingHandOff/ours/1")->UseRealTime();
+BENCHMARK(BlockingHandOff_OwnInGLib)->Name("BlockingHandOff/ours_in_glib/1")->UseRealTime();
+BENCHMARK(BlockingHandOff_EventFD)->Name("BlockingHandOff/bare_eventfd/1")->UseRealTime();
 
 }

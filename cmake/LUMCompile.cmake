@@ -16,6 +16,8 @@ add_library(lum_compile INTERFACE)
 target_compile_options(lum_compile INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor -Wold-style-cast
     $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety -Wno-gnu-zero-variadic-macro-arguments>
+    # g++ 12 takes the appending of short strings for overlapping copies when it optimises.
+    $<$<AND:$<COMPILE_LANG_AND_ID:CXX,GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
     $<$<BOOL:${LUM_WARNINGS_AS_ERRORS}>:-Werror>)
 if(LUM_SANITIZE)
     target_compile_options(lum_compile INTERFACE
