@@ -3,6 +3,7 @@
 
 #include "LUMPlatform/LUMPlatform.h"
 
+#include "LUMFoundation/LUMAbsoluteTimeGetCurrent.h"
 #include "LUMFoundation/LUMExport.h"
 #include "LUMFoundation/LUMRateReporter.h"
 #include "LUMFoundation/OVMainThreadProxy.h"
