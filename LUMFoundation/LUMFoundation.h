@@ -5,5 +5,6 @@
 
 #include "LUMFoundation/LUMAbsoluteTimeGetCurrent.h"
 #include "LUMFoundation/LUMExport.h"
+#include "LUMFoundation/LUMOSVersion.h"
 #include "LUMFoundation/LUMRateReporter.h"
 #include "LUMFoundation/OVMainThreadProxy.h"
