@@ -4,6 +4,7 @@
 #include "LUMPlatform/LUMPlatform.h"
 
 #include "LUMFoundation/LUMAbsoluteTimeGetCurrent.h"
+#include "LUMFoundation/LUMConstants.h"
 #include "LUMFoundation/LUMExport.h"
 #include "LUMFoundation/LUMOSVersion.h"
 #include "LUMFoundation/LUMRateReporter.h"

@@ -1,0 +1,37 @@
+#include "LUMFoundation/LUMConstants.h"
+
+#include "LUMPlatform/NSString.h"
+#include "tests/fixture.h"
+
+namespace {
+
+struct Constant {
+    const char* name;
+    const NSStringConstant& constant;
+    const char* text;
+};
+
+class LUMConstantsTest : public ObjectTest, public testing::WithParamInterface<Constant> { };
+
+TEST_P(LUMConstantsTest, HasItsText)
+{
+    EXPECT_EQ(GetParam().constant.string()->utf8(), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, LUMConstantsTest,
+    testing::Values( //
+        Constant { "NonPlistTypeException", LUMNonPlistTypeException, "LUMNonPlistTypeException" },
+        Constant { "SerializedPlistException", LUMSerializedPlistException, "LUMSerializedPlistException" },
+        Constant { "DocumentDomain", LUMDocumentBundle_DocumentDomain,
+            "org.lumfoundation.documentbundle.domain.document" },
+        Constant { "Dictionary", LUMDocumentBundle_Dictionary, "org.lumfoundation.bundle.dictionary" },
+        Constant { "ThumbnailJPEG", LUMMediaDocumentBundle_ThumbnailJPEG, "jpeg" },
+        Constant { "ThumbnailPNG", LUMMediaDocumentBundle_ThumbnailPNG, "png" }),
+    [](const auto& row) { return row.param.name; });
+
+TEST(LUMConstantsNullTest, TheFormOfAThumbnailInNoFormIsNull)
+{
+    EXPECT_EQ(LUMMediaDocumentBundle_ThumbnailAuto.string(), nullptr);
+}
+
+}
