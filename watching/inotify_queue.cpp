@@ -126,14 +126,16 @@ bool InotifyQueue::add(Token token, const std::string& path, uint32_t changes)
     // The watch is put on a descriptor, so that it and what is remembered belong to one object. The
     // descriptor goes at once: kept open it would hold back the news of a removal and keep a volume from
     // being unmounted.
-    const Descriptor object(mSystem, mSystem.openPath(path));
+    bool isReal = false;
+    const Descriptor object(mSystem, mSystem.openPath(path, isReal));
     if (!object)
         return false;
     Entry entry;
     entry.changes = changes;
     if (mSystem.status(object.number(), entry.state.status) < 0)
         return false;
-    entry.path = mSystem.pathOf(object.number());
+    if (!isReal)
+        entry.path = mSystem.pathOf(object.number());
     if (entry.path.empty())
         entry.path = path;
     const uint32_t events = eventsFor(changes, entry.state.status.isFolder()) | inotify::kMaskAdd;

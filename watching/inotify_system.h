@@ -29,8 +29,9 @@ public:
     virtual int openQueue() = 0;
     /// A new descriptor that wait() can be woken through.
     virtual int openWaker() = 0;
-    /// A descriptor that only stands for what `path` names.
-    virtual int openPath(const std::string& path) = 0;
+    /// A descriptor that only stands for what `path` names. `isReal` tells whether pathOf() of it is known to
+    /// be `path` itself; asking costs more than opening.
+    virtual int openPath(const std::string& path, bool& isReal) = 0;
     virtual int close(int descriptor) = 0;
 
     /// The watch number for what `path` names; `events` are added to those it has.

@@ -44,7 +44,7 @@ public:
 
     int openQueue() override { return openAs("openQueue", kQueueNumber); }
     int openWaker() override { return openAs("openWaker", kWakerNumber); }
-    int openPath(const std::string& path) override
+    int openPath(const std::string& path, bool&) override
     {
         const auto file = files.find(path);
         if (file == files.end())

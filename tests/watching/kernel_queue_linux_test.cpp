@@ -295,6 +295,27 @@ TEST_P(KernelQueueTest, FollowsALinkToItsTarget)
     EXPECT_EQ(report(token), "DELETE");
 }
 
+TEST_P(KernelQueueTest, FollowsLinksOfFoldersOnTheWay)
+{
+    fs::create_directory(path("real"));
+    writeFile(path("real/file"), "");
+    fs::create_directory_symlink("real", path("way"));
+    const Token token = add("way/file");
+    fs::remove(path("way"));
+    fs::create_directory(path("way"));
+    chmod(path("real/file").c_str(), 0600);
+    EXPECT_EQ(report(token), "ATTRIB");
+}
+
+TEST_P(KernelQueueTest, NeedsNoneOfTheFoldersThatAPathOnlyPassesThrough)
+{
+    fs::create_directory(path("passed"));
+    const Token token = add("passed/../file");
+    fs::remove(path("passed"));
+    chmod(path("file").c_str(), 0600);
+    EXPECT_EQ(report(token), "ATTRIB");
+}
+
 TEST_P(KernelQueueTest, AddsARelativePath)
 {
     const fs::path before = fs::current_path();
