@@ -34,3 +34,7 @@ private:
 extern NS_EXPORT const NSStringConstant NSInvalidArgumentException;
 extern NS_EXPORT const NSStringConstant NSRangeException;
 extern NS_EXPORT const NSStringConstant NSInternalInconsistencyException;
+/// A collection was changed while a loop went over it.
+extern NS_EXPORT const NSStringConstant NSGenericException;
+/// There is no memory for what is asked.
+extern NS_EXPORT const NSStringConstant NSMallocException;

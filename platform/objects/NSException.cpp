@@ -5,6 +5,8 @@
 const NSStringConstant NSInvalidArgumentException("NSInvalidArgumentException");
 const NSStringConstant NSRangeException("NSRangeException");
 const NSStringConstant NSInternalInconsistencyException("NSInternalInconsistencyException");
+const NSStringConstant NSGenericException("NSGenericException");
+const NSStringConstant NSMallocException("NSMallocException");
 
 class NSException::Content : public NSObject {
 public:
