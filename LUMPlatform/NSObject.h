@@ -8,6 +8,7 @@
 #include <atomic>
 #include <iosfwd>
 #include <string>
+#include <string_view>
 
 class NSClass;
 class NSInvocation;
@@ -143,6 +144,24 @@ template<typename T, typename U> NSRef<T> NSCast(const NSRef<U>& object)
     else
         return NSShare(dynamic_cast<T*>(object.get()));
 }
+
+/// The C++ types whose values are numbers as objects: truth values, integers and the two floating types.
+template<typename T>
+concept NSNumeric = std::is_same_v<T, bool> || std::is_same_v<T, char> || std::is_same_v<T,
+    signed char> || std::is_same_v<T, unsigned char> || std::is_same_v<T, short> || std::is_same_v<T,
+    unsigned short> || std::is_same_v<T, int> || std::is_same_v<T, unsigned> || std::is_same_v<T,
+    long> || std::is_same_v<T, unsigned long> || std::is_same_v<T, long long> || std::is_same_v<T,
+    unsigned long long> || std::is_same_v<T, float> || std::is_same_v<T, double>;
+
+/// Where any object is wanted, a C++ number gives an NSNumber, and text in UTF-8 or UTF-16 an NSString:
+///
+///     dictionary->setObject(5, "count");
+template<> struct NSBoxing<NSObject> {
+    NS_EXPORT static NSId box(const char* utf8);
+    NS_EXPORT static NSId box(std::string_view utf8);
+    NS_EXPORT static NSId box(std::u16string_view characters);
+    template<NSNumeric T> NS_EXPORT static NSId box(T value);
+};
 
 /// Equality that takes null: both null, or equal by isEqual.
 NS_EXPORT bool NSEqual(const NSId& a, const NSId& b);

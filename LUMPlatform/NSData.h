@@ -1,0 +1,89 @@
+#pragma once
+
+#include "LUMPlatform/NSObject.h"
+
+#include <cstdlib>
+#include <span>
+
+/// Immutable bytes.
+///
+/// What makes data answers null when there is not enough memory. A range that does not lie inside raises
+/// NSRangeException. Threads: immutable data may be shared; mutable data belongs to one thread at a time.
+///
+///     auto data = NSData::dataWithBytes("abc", 3);
+///     for (std::byte byte : data->bytes())
+///         ...
+class NS_EXPORT NSData : public NSObject {
+public:
+    static const NSClass& classObject();
+
+    static NSRef<NSData> data(); ///< Selector: data
+    /// A copy of the bytes; null `bytes` with a length raises NSInvalidArgumentException. Selector:
+    /// dataWithBytes:length:
+    static NSRef<NSData> dataWithBytes(const void* bytes, NSUInteger length);
+    /// Takes the bytes over without copying and gives them to `free` at its end, or at once when it cannot be
+    /// made; with a null function they must outlive the data. Selector: dataWithBytesNoCopy:length:
+    static NSRef<NSData> dataWithBytesNoCopy(void* bytes, NSUInteger length, void (*free)(void*) = std::free);
+    static NSRef<NSData> dataWithData(
+        const NSRef<NSData>& other); ///< Empty for null. Selector: dataWithData:
+
+    NSUInteger length() const { return mLength; } ///< Selector: length
+    /// Valid while the data exists and, if it is mutable, is not changed. Selector: bytes
+    std::span<const std::byte> bytes() const { return { mBytes, mLength }; }
+    NSRef<NSData> subdataWithRange(NSRange range) const; ///< A copy of a part. Selector: subdataWithRange:
+
+    bool isEqualToData(const NSRef<NSData>& other) const; ///< Selector: isEqualToData:
+    bool isEqual(const NSId& other) const override; ///< The same bytes.
+    NSUInteger hash() const override;
+    NSRef<NSString> description() const override; ///< "<0011aabb ccdd>"
+    NSId copy() const override; ///< Itself.
+    NSId mutableCopy() const override;
+
+protected:
+    NSData() = default;
+    /// Owns `bytes` from here on.
+    NSData(std::byte* bytes, NSUInteger length, void (*free)(void*));
+    ~NSData() override;
+
+    static std::byte* allocated(const void* bytes, NSUInteger length);
+    void checkRange(const char* operation, NSRange range) const;
+
+    std::byte* mBytes = nullptr;
+    NSUInteger mLength = 0;
+    void (*mFree)(void*) = nullptr;
+};
+
+/// Bytes that can be changed. A change that finds no memory raises NSMallocException and changes nothing.
+/// Threads: one at a time.
+class NS_EXPORT NSMutableData : public NSData {
+public:
+    static const NSClass& classObject();
+
+    static NSRef<NSMutableData> data(); ///< Selector: data
+    /// Empty, with room for `capacity` bytes. Selector: dataWithCapacity:
+    static NSRef<NSMutableData> dataWithCapacity(NSUInteger capacity);
+    static NSRef<NSMutableData> dataWithLength(NSUInteger length); ///< Zeros. Selector: dataWithLength:
+    /// Selector: dataWithBytes:length:
+    static NSRef<NSMutableData> dataWithBytes(const void* bytes, NSUInteger length);
+    static NSRef<NSMutableData> dataWithData(const NSRef<NSData>& other); ///< Selector: dataWithData:
+
+    /// Valid until the next change. Selector: mutableBytes
+    std::span<std::byte> mutableBytes() { return { mBytes, mLength }; }
+    void appendBytes(const void* bytes, NSUInteger length); ///< Selector: appendBytes:length:
+    void appendData(const NSRef<NSData>& other); ///< Nothing for null. Selector: appendData:
+    void setLength(NSUInteger length); ///< Cuts off, or appends zeros. Selector: setLength:
+    /// Selector: replaceBytesInRange:withBytes:length:
+    void replaceBytesInRange(NSRange range, const void* bytes, NSUInteger length);
+
+    NSId copy() const override; ///< An immutable copy of the bytes.
+
+protected:
+    NSMutableData() = default;
+    NSMutableData(std::byte* bytes, NSUInteger length, NSUInteger capacity);
+    ~NSMutableData() override;
+
+private:
+    void reserve(NSUInteger capacity);
+
+    NSUInteger mCapacity = 0;
+};

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "LUMPlatform/NSObject.h"
+
+/// One rule to order objects by: what to compare (the value under a key path, or the objects themselves), the
+/// method to compare by, and the direction. Immutable; threads: any.
+///
+///     auto byTitle = NSSortDescriptor::initWithKey("title", true);
+///     auto sorted = tracks->sortedArrayUsingDescriptors(NSArray::of(byTitle));
+class NS_EXPORT NSSortDescriptor : public NSObject {
+public:
+    static const NSClass& classObject();
+
+    /// A null `key` compares the objects themselves; a null selector is compare:. Selector:
+    /// initWithKey:ascending:selector:
+    static NSRef<NSSortDescriptor> initWithKey(
+        const NSRef<NSString>& key, bool ascending, NSSelector selector = {});
+
+    NSRef<NSString> key() const; ///< Selector: key
+    bool ascending() const { return mAscending; } ///< Selector: ascending
+    NSSelector selector() const { return mSelector; } ///< Selector: selector
+
+    /// Sends the selector to `first` (its value) with `second` (its value) and turns the answer round when
+    /// descending. A null value comes before all others. Raises NSInvalidArgumentException when the receiver
+    /// does not answer the selector. Selector: compareObject:toObject:
+    NSComparisonResult compareObject(const NSId& first, const NSId& second) const;
+
+    bool isEqual(const NSId& other) const override;
+    NSUInteger hash() const override;
+    NSId copy() const override; ///< Itself.
+
+protected:
+    NSSortDescriptor(const NSRef<NSString>& key, bool ascending, NSSelector selector);
+    ~NSSortDescriptor() override;
+
+private:
+    NSRef<NSString> mKey;
+    NSSelector mSelector;
+    bool mAscending;
+};

@@ -1,0 +1,130 @@
+#include "LUMPlatform/NSData.h"
+
+#include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSException.h"
+#include "LUMPlatform/NSString.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace {
+
+constexpr NSMethod kMethods[] = {
+    NSMethodOf<"length", &NSData::length>(),
+    NSMethodOf<"subdataWithRange:", &NSData::subdataWithRange>(),
+    NSMethodOf<"isEqualToData:", &NSData::isEqualToData>(),
+};
+
+}
+
+const NSClass& NSData::classObject()
+{
+    static const NSClass& type = NSClass::define("NSData", &NSObject::classObject(), kMethods);
+    return type;
+}
+
+NSData::NSData(std::byte* bytes, NSUInteger length, void (*free)(void*))
+    : mBytes(bytes), mLength(length), mFree(free)
+{
+}
+
+NSData::~NSData()
+{
+    if (mFree)
+        mFree(mBytes);
+}
+
+std::byte* NSData::allocated(const void* bytes, NSUInteger length)
+{
+    if (!bytes && length > 0)
+        throw NSException(NSInvalidArgumentException,
+            "there are no bytes at null to make data of, but a length of " + std::to_string(length));
+    // One more than needed: no allocation of 0 bytes, whose null would look like a failure.
+    auto copy = length < PTRDIFF_MAX ? static_cast<std::byte*>(std::malloc(length + 1)) : nullptr;
+    if (copy && length > 0)
+        std::memcpy(copy, bytes, length);
+    return copy;
+}
+
+NSRef<NSData> NSData::data()
+{
+    return NSMake<NSData>();
+}
+
+NSRef<NSData> NSData::dataWithBytes(const void* bytes, NSUInteger length)
+{
+    std::byte* copy = allocated(bytes, length);
+    return copy ? NSMake<NSData>(copy, length, std::free) : nullptr;
+}
+
+NSRef<NSData> NSData::dataWithBytesNoCopy(void* bytes, NSUInteger length, void (*free)(void*))
+{
+    if (!bytes && length > 0)
+        throw NSException(NSInvalidArgumentException,
+            "there are no bytes at null to make data of, but a length of " + std::to_string(length));
+    return NSMake<NSData>(static_cast<std::byte*>(bytes), length, free);
+}
+
+NSRef<NSData> NSData::dataWithData(const NSRef<NSData>& other)
+{
+    return other ? NSCast<NSData>(other->copy()) : data();
+}
+
+void NSData::checkRange(const char* operation, NSRange range) const
+{
+    if (range.location > mLength || range.length > mLength - range.location)
+        throw NSException(NSRangeException,
+            std::string(operation) + " range {" + std::to_string(range.location) + ", "
+                + std::to_string(range.length) + "} reaches past the end of " + std::to_string(mLength)
+                + " bytes");
+}
+
+NSRef<NSData> NSData::subdataWithRange(NSRange range) const
+{
+    checkRange("subdataWithRange:", range);
+    return dataWithBytes(mBytes + range.location, range.length);
+}
+
+bool NSData::isEqualToData(const NSRef<NSData>& other) const
+{
+    return other && std::ranges::equal(bytes(), other->bytes());
+}
+
+bool NSData::isEqual(const NSId& other) const
+{
+    return isEqualToData(NSCast<NSData>(other));
+}
+
+NSUInteger NSData::hash() const
+{
+    // The beginning tells most data apart; a whole film need not be read for it.
+    constexpr NSUInteger kMost = 256;
+    NSUInteger hash = 0xcbf2'9ce4'8422'2325 ^ mLength;
+    for (std::byte byte : bytes().first(std::min(mLength, kMost)))
+        hash = (hash ^ std::to_integer<NSUInteger>(byte)) * 0x100'0000'01b3;
+    return hash;
+}
+
+NSRef<NSString> NSData::description() const
+{
+    static constexpr char kHex[] = "0123456789abcdef";
+    constexpr NSUInteger kGroup = 4;
+    std::string text = "<";
+    for (NSUInteger at = 0; at < mLength; ++at) {
+        if (at > 0 && at % kGroup == 0)
+            text += ' ';
+        text += kHex[std::to_integer<unsigned>(mBytes[at]) >> 4];
+        text += kHex[std::to_integer<unsigned>(mBytes[at]) & 0xf];
+    }
+    return text + ">";
+}
+
+NSId NSData::copy() const
+{
+    return NSShare(const_cast<NSData*>(this));
+}
+
+NSId NSData::mutableCopy() const
+{
+    return NSMutableData::dataWithBytes(mBytes, mLength);
+}
