@@ -100,6 +100,8 @@ public:
     NSObject* object() const { return isObject() ? mValue.object : nullptr; }
 
     template<typename T> T as() const;
+    /// The object, not counted, as one of a class or protocol; null for null.
+    template<typename T> T* objectAs() const;
 
     /// The same value under another type code.
     NSArgument convertedTo(const char* code) const;
@@ -112,7 +114,7 @@ private:
         const void* pointer;
         NSSelector selector;
         std::array<std::byte, kMaxSize> bytes;
-        constexpr Value() : bytes {} { }
+        constexpr Value() : integer(0) { }
     };
 
     bool isInteger() const;
@@ -191,24 +193,28 @@ template<typename T> NSArgument NSArgument::of(const T& value)
     return result;
 }
 
+template<typename T> T* NSArgument::objectAs() const
+{
+    if (!isObject())
+        doesNotFit("@");
+    NSObject* object = mValue.object;
+    if constexpr (std::is_same_v<T, NSObject>)
+        return object;
+    else {
+        T* cast = dynamic_cast<T*>(object);
+        if (object && !cast)
+            wrongClass(*object);
+        return cast;
+    }
+}
+
 template<typename T> T NSArgument::as() const
 {
     static_assert(NSTypeCode<T>::value != nullptr, "give the structure a type code (NSTypeCode)");
     if constexpr (std::is_void_v<T>)
         return;
     else if constexpr (NSIsRef<T>) {
-        using Object = typename T::Object;
-        if (!isObject())
-            doesNotFit("@");
-        NSObject* object = mValue.object;
-        if constexpr (std::is_same_v<Object, NSObject>)
-            return NSShare(object);
-        else {
-            Object* cast = dynamic_cast<Object*>(object);
-            if (object && !cast)
-                wrongClass(*object);
-            return NSShare(cast);
-        }
+        return NSShare(objectAs<typename T::Object>());
     } else if constexpr (std::is_same_v<T, NSSelector>) {
         if (kind() != ':')
             doesNotFit(":");

@@ -54,16 +54,25 @@ private:
         using Plain = Stored<Param>;
         if constexpr (std::is_base_of_v<NSObject, Plain>) {
             static_assert(std::is_reference_v<Param>, "objects are passed by reference");
-            return ObjectArgument<Plain> { value.as<NSRef<Plain>>() };
-        } else if constexpr (std::is_same_v<Plain, NSClass>) {
+            Plain* object = value.objectAs<Plain>();
+            if (!object)
+                nullForReference();
+            return std::ref(*object);
+        } else if constexpr (std::is_same_v<Plain, NSClass>)
             return std::cref(classArgument(value));
-        } else
+        else if constexpr (NSIsRef<Plain> && std::is_reference_v<Param>)
+            return Borrowed<typename Plain::Object> { NSAdopt(value.objectAs<typename Plain::Object>()) };
+        else
             return value.as<Plain>();
     }
-    template<typename T> struct ObjectArgument {
-        NSRef<T> object;
-        operator T&() const { return required(object); }
-        static T& required(const NSRef<T>& object);
+    /// The caller keeps its arguments alive, so a parameter that is only looked at needs no count of its own.
+    template<typename T> struct Borrowed {
+        NSRef<T> reference;
+        explicit Borrowed(NSRef<T> borrowed) : reference(std::move(borrowed)) { }
+        Borrowed(const Borrowed&) = delete;
+        Borrowed& operator=(const Borrowed&) = delete;
+        ~Borrowed() { (void)reference.leak(); }
+        operator const NSRef<T>&() const { return reference; }
     };
 
     template<auto Function, std::size_t... I>
@@ -73,10 +82,11 @@ private:
         auto invoke = [&]() -> R {
             if constexpr (std::is_member_function_pointer_v<decltype(Function)>)
                 return (receiver(self).*Function)(argument<P>(arguments[I])...);
-            else if constexpr (NSIsRef<Stored<Self>>)
-                return Function(NSShare(&static_cast<typename Stored<Self>::Object&>(self)),
-                    argument<P>(arguments[I])...);
-            else
+            else if constexpr (NSIsRef<Stored<Self>>) {
+                using Object = typename Stored<Self>::Object;
+                const Borrowed<Object> borrowed(NSAdopt(&static_cast<Object&>(self)));
+                return Function(borrowed.reference, argument<P>(arguments[I])...);
+            } else
                 return Function(receiver(self), argument<P>(arguments[I])...);
         };
         if constexpr (std::is_void_v<R>) {
@@ -114,15 +124,6 @@ struct Signature<R (C::*)(P...) const noexcept> : Types<R, const C&, P...> {
 template<typename R, typename Self, typename... P>
 struct Signature<R (*)(Self, P...)> : Types<R, Self, P...> {
 };
-
-template<typename R, typename Self, typename... P>
-template<typename T>
-T& Types<R, Self, P...>::ObjectArgument<T>::required(const NSRef<T>& object)
-{
-    if (!object)
-        nullForReference();
-    return *object;
-}
 
 }
 

@@ -14,8 +14,9 @@ NS_EXPORT NSId NSPerform(NSObject& receiver, NSSelector selector, std::span<cons
 /// Sends `selector` to an object with arguments of any C++ types that have a type code, and reads the result
 /// as `R`.
 ///
-/// A null receiver answers zero. Numbers are converted, objects are checked; `R` void takes any result.
-/// Cost: one hash look-up and two conversions an argument; no allocation unless the call is forwarded.
+/// A null receiver answers zero. As with any call, the caller keeps the receiver alive. Numbers are
+/// converted, objects are checked; `R` void takes any result. Cost: one hash look-up and two conversions an
+/// argument; no allocation unless the call is forwarded.
 ///
 ///     static const NSSelector compare("compare:");
 ///     auto order = NSSend<NSInteger>(a, compare, b);
@@ -31,8 +32,6 @@ R NSSend(NSObject& receiver, NSSelector selector, const Args&... args)
 template<typename R = void, typename T, typename... Args>
 R NSSend(const NSRef<T>& receiver, NSSelector selector, const Args&... args)
 {
-    NSId kept = receiver; // the receiver outlives the call even if the call drops its last other reference
-    if (!kept)
-        return R();
-    return NSSend<R>(*kept, selector, args...);
+    NSObject* object = NSObjectOf(receiver.get());
+    return object ? NSSend<R>(*object, selector, args...) : R();
 }

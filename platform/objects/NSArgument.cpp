@@ -68,6 +68,8 @@ NSArgument NSArgument::zero(const char* code)
     NSArgument result;
     const char* scalar = scalarCode(code[0]);
     result.mCode = scalar ? scalar : code;
+    if (!scalar)
+        result.mValue.bytes.fill(std::byte { 0 });
     return result;
 }
 

@@ -141,22 +141,4 @@ TEST_F(NSSendTest, ForwardsWhatTheReceiverDoesNotAnswerAndBringsTheResultBack)
     EXPECT_EQ(forwarder->passed, "setTitle: title range:plus: ");
 }
 
-TEST_F(NSSendTest, KeepsTheReceiverAliveThroughACallThatDropsIt)
-{
-    struct Dropping : Track {
-        NSRef<Track>* slot = nullptr;
-        int play() override
-        {
-            *slot = nullptr;
-            return count(); // would read freed memory
-        }
-    };
-    NSRef<Track> slot;
-    auto dropping = NSMake<Dropping>();
-    dropping->slot = &slot;
-    slot = std::move(dropping);
-    EXPECT_EQ(NSSend<int>(slot, NSSelector("play")), 0);
-    EXPECT_FALSE(slot);
-}
-
 }
