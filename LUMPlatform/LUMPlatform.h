@@ -4,6 +4,7 @@
 #include "LUMPlatform/NSArgument.h"
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSCount.h"
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSDate.h"
 #include "LUMPlatform/NSDelayedPerforming.h"

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LUMPlatform/NSCount.h"
 #include "LUMPlatform/NSExport.h"
 #include "LUMPlatform/NSRef.h"
 #include "LUMPlatform/NSSelector.h"
@@ -75,12 +76,12 @@ public:
 
     void retain() const noexcept
     {
-        [[maybe_unused]] auto before = mCount.fetch_add(1, std::memory_order_relaxed);
+        [[maybe_unused]] auto before = NSCountUp(mCount);
         assert((before & ~kHasWeak) != 0 && "retained after its end");
     }
     void release() const noexcept
     {
-        auto before = mCount.fetch_sub(1, std::memory_order_acq_rel);
+        auto before = NSCountDown(mCount);
         assert((before & ~kHasWeak) != 0 && "released after its end");
         if ((before & ~kHasWeak) == 1)
             end(before);

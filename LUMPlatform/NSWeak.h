@@ -9,11 +9,16 @@ public:
     static NSWeakRecord* of(const NSObject& object);
     /// One more reference to the object; null once its end has begun.
     NSObject* retainedObject() const noexcept;
+    /// Whether the object is `object`; for null, whether its end has begun.
+    bool refersTo(const NSObject* object) const noexcept
+    {
+        return mObject.load(std::memory_order_acquire) == object;
+    }
 
-    void retain() noexcept { mCount.fetch_add(1, std::memory_order_relaxed); }
+    void retain() noexcept { NSCountUp(mCount); }
     void release() noexcept
     {
-        if (mCount.fetch_sub(1, std::memory_order_acq_rel) == 1)
+        if (NSCountDown(mCount) == 1)
             delete this;
     }
 
@@ -23,9 +28,9 @@ private:
     void lock() const noexcept;
     void unlock() const noexcept { mLock.clear(std::memory_order_release); }
 
-    std::atomic<std::size_t> mCount { 1 };
+    std::atomic<std::uint64_t> mCount { 1 };
     mutable std::atomic_flag mLock = ATOMIC_FLAG_INIT;
-    const NSObject* mObject; // null once the object's end has begun; guarded by mLock
+    std::atomic<const NSObject*> mObject; // null once the object's end has begun; set under mLock
 };
 
 /// A reference that does not keep its object alive and reads as null once the object's end has begun.
@@ -74,6 +79,12 @@ public:
         return NSAdopt(mPointer);
     }
     explicit operator bool() const { return static_cast<bool>(get()); }
+    /// Whether get() would be `object`, without taking a reference to it: null asks whether there is none
+    /// left.
+    bool refersTo(const NSObject* object) const noexcept
+    {
+        return mRecord ? mRecord->refersTo(object) : object == nullptr;
+    }
 
 private:
     NSWeakRecord* mRecord = nullptr;

@@ -77,6 +77,10 @@ bool NSObject::retainUnlessEnding() const noexcept
 {
     auto count = mCount.load(std::memory_order_relaxed);
     while ((count & ~kHasWeak) != 0) {
+        if (__libc_single_threaded) {
+            NSCountUp(mCount);
+            return true;
+        }
         if (mCount.compare_exchange_weak(
                 count, count + 1, std::memory_order_acquire, std::memory_order_relaxed))
             return true;

@@ -32,7 +32,7 @@ struct NSWeakTable {
             shard.records.erase(found);
         }
         record->lock();
-        record->mObject = nullptr;
+        record->mObject.store(nullptr, std::memory_order_release);
         record->unlock();
         record->release();
     }
@@ -66,11 +66,15 @@ NSWeakRecord* NSWeakRecord::of(const NSObject& object)
 
 NSObject* NSWeakRecord::retainedObject() const noexcept
 {
-    lock();
-    const NSObject* object = mObject;
+    // The lock keeps the object from being destroyed between the look and the count.
+    bool shared = !__libc_single_threaded;
+    if (shared)
+        lock();
+    const NSObject* object = mObject.load(std::memory_order_relaxed);
     if (object && !NSWeakTable::retainUnlessEnding(*object))
         object = nullptr;
-    unlock();
+    if (shared)
+        unlock();
     return const_cast<NSObject*>(object);
 }
 

@@ -75,4 +75,19 @@ TEST_F(NSWeakTest, GivesTheObjectOrNullWhileItEndsOnAnotherThread)
     }
 }
 
+TEST_F(NSWeakTest, TellsWhatItRefersToWithoutTakingAReference)
+{
+    auto track = NSMake<Track>();
+    auto other = NSMake<Track>();
+    NSWeak<Track> weak = track;
+    EXPECT_TRUE(weak.refersTo(track.get()));
+    EXPECT_FALSE(weak.refersTo(other.get()));
+    EXPECT_FALSE(weak.refersTo(nullptr));
+    NSObject* before = track.get();
+    track = nullptr;
+    EXPECT_FALSE(weak.refersTo(before));
+    EXPECT_TRUE(weak.refersTo(nullptr));
+    EXPECT_TRUE(NSWeak<Track>().refersTo(nullptr));
+}
+
 }
