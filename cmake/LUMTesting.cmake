@@ -15,6 +15,8 @@ function(lum_add_test name)
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE
         lum_test_main LUMFoundationObjects LUMPlatformObjects GTest::gtest GTest::gmock rapidcheck rapidcheck_gtest)
+    # Tests are compiled far more often than they run for long; what they test keeps its optimisation.
+    target_compile_options(${name} PRIVATE $<$<CONFIG:Debug>:-O0>)
     target_compile_definitions(${name} PRIVATE LUM_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
     set(labels "")
     if(arg_THREADS)
