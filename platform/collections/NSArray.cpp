@@ -1,10 +1,10 @@
 #include "LUMPlatform/NSArray.h"
 
 #include "LUMPlatform/NSClass.h"
-#include "LUMPlatform/NSEnumerator.h"
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSSend.h"
 #include "LUMPlatform/NSString.h"
+#include "platform/collections/collection_enumerator.h"
 #include "platform/collections/container_description.h"
 
 #include <algorithm>
@@ -28,31 +28,6 @@ constexpr NSMethod kMethods[] = {
     NSMethodOf<"componentsJoinedByString:", &NSArray::componentsJoinedByString>(),
     NSMethodOf<"objectEnumerator", &NSArray::objectEnumerator>(),
     NSMethodOf<"isEqualToArray:", &NSArray::isEqualToArray>(),
-};
-
-/// Keeps the array itself, so that changes between two calls are noticed.
-class ArrayEnumerator : public NSEnumerator {
-public:
-    NSId nextObject() override
-    {
-        if (!mArray)
-            return nullptr;
-        if (mAt == mArray->end()) {
-            mArray = nullptr;
-            return nullptr;
-        }
-        NSId object = *mAt;
-        ++mAt;
-        return object;
-    }
-
-protected:
-    explicit ArrayEnumerator(const NSRef<NSArray>& array) : mArray(array), mAt(array->begin()) { }
-    ~ArrayEnumerator() override = default;
-
-private:
-    NSRef<NSArray> mArray;
-    NSArray::Iterator mAt;
 };
 
 }
@@ -192,7 +167,7 @@ NSRef<NSString> NSArray::componentsJoinedByString(const NSRef<NSString>& separat
 
 NSRef<NSEnumerator> NSArray::objectEnumerator() const
 {
-    return NSMake<ArrayEnumerator>(NSShare(const_cast<NSArray*>(this)));
+    return platform::enumeratorOf(*this, [](const NSId& object) { return object; });
 }
 
 bool NSArray::isEqualToArray(const NSRef<NSArray>& other) const

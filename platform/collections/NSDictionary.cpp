@@ -2,7 +2,7 @@
 
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSClass.h"
-#include "LUMPlatform/NSEnumerator.h"
+#include "platform/collections/collection_enumerator.h"
 #include "platform/collections/container_description.h"
 #include "platform/collections/hash_table.h"
 
@@ -16,35 +16,6 @@ constexpr NSMethod kMethods[] = {
     NSMethodOf<"keyEnumerator", &NSDictionary::keyEnumerator>(),
     NSMethodOf<"objectEnumerator", &NSDictionary::objectEnumerator>(),
     NSMethodOf<"isEqualToDictionary:", &NSDictionary::isEqualToDictionary>(),
-};
-
-/// Keeps the dictionary itself, so that changes between two calls are noticed.
-class DictionaryEnumerator : public NSEnumerator {
-public:
-    NSId nextObject() override
-    {
-        if (!mDictionary)
-            return nullptr;
-        if (mAt == mDictionary->end()) {
-            mDictionary = nullptr;
-            return nullptr;
-        }
-        NSDictionary::Entry entry = *mAt;
-        ++mAt;
-        return entry.*mField;
-    }
-
-protected:
-    DictionaryEnumerator(const NSRef<NSDictionary>& dictionary, NSId NSDictionary::Entry::*field)
-        : mDictionary(dictionary), mAt(dictionary->begin()), mField(field)
-    {
-    }
-    ~DictionaryEnumerator() override = default;
-
-private:
-    NSRef<NSDictionary> mDictionary;
-    NSDictionary::Iterator mAt;
-    NSId NSDictionary::Entry::*mField;
 };
 
 }
@@ -183,12 +154,12 @@ NSRef<NSArray> NSDictionary::allValues() const
 
 NSRef<NSEnumerator> NSDictionary::keyEnumerator() const
 {
-    return NSMake<DictionaryEnumerator>(NSShare(const_cast<NSDictionary*>(this)), &Entry::key);
+    return platform::enumeratorOf(*this, [](const Entry& entry) { return entry.key; });
 }
 
 NSRef<NSEnumerator> NSDictionary::objectEnumerator() const
 {
-    return NSMake<DictionaryEnumerator>(NSShare(const_cast<NSDictionary*>(this)), &Entry::value);
+    return platform::enumeratorOf(*this, [](const Entry& entry) { return entry.value; });
 }
 
 bool NSDictionary::isEqualToDictionary(const NSRef<NSDictionary>& other) const

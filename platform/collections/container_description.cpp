@@ -3,6 +3,7 @@
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSDictionary.h"
+#include "LUMPlatform/NSSet.h"
 #include "LUMPlatform/NSString.h"
 
 #include <algorithm>
@@ -74,15 +75,17 @@ void writeText(std::string& out, const NSString& text)
 
 void write(std::string& out, const NSObject& object, size_t level);
 
-void writeArray(std::string& out, const NSArray& array, size_t level)
+template<typename Collection> void writeList(std::string& out, const Collection& collection, size_t level)
 {
     out += "(\n";
-    for (NSUInteger at = 0; at < array.count(); ++at) {
-        NSId element = array.objectAtIndex(at);
+    const char* separator = "";
+    for (const NSId& element : collection) {
+        out += separator;
         out.append((level + 1) * kIndent, ' ');
         write(out, *element, level + 1);
-        out += at + 1 < array.count() ? ",\n" : "\n";
+        separator = ",\n";
     }
+    out += collection.count() > 0 ? "\n" : "";
     out.append(level * kIndent, ' ');
     out += ")";
 }
@@ -111,20 +114,35 @@ void writeDictionary(std::string& out, const NSDictionary& dictionary, size_t le
     out += "}";
 }
 
+template<typename Container, typename Write>
+bool writeIf(std::string& out, const NSObject& object, size_t level, const char* cut, const Write& writeIt)
+{
+    auto container = dynamic_cast<const Container*>(&object);
+    if (!container)
+        return false;
+    Opened opened(object);
+    out.append(level * kIndent, ' ');
+    if (opened.fresh())
+        writeIt(out, *container, level);
+    else
+        out += cut;
+    return true;
+}
+
+void writeSet(std::string& out, const NSSet& set, size_t level)
+{
+    out += "{";
+    writeList(out, set, level);
+    out += "}";
+}
+
 void write(std::string& out, const NSObject& object, size_t level)
 {
-    auto array = dynamic_cast<const NSArray*>(&object);
-    auto dictionary = dynamic_cast<const NSDictionary*>(&object);
-    if (array || dictionary) {
-        Opened opened(object);
-        out.append(level * kIndent, ' ');
-        if (!opened.fresh())
-            out += array ? "(...)" : "{...}";
-        else if (array)
-            writeArray(out, *array, level);
-        else
-            writeDictionary(out, *dictionary, level);
-    } else if (dynamic_cast<const NSData*>(&object))
+    if (writeIf<NSArray>(out, object, level, "(...)", writeList<NSArray>)
+        || writeIf<NSDictionary>(out, object, level, "{...}", writeDictionary)
+        || writeIf<NSSet>(out, object, level, "{(...)}", writeSet))
+        return;
+    if (dynamic_cast<const NSData*>(&object))
         out += object.description()->utf8();
     else
         writeText(out, *object.description());
