@@ -6,8 +6,12 @@ find_package(GTest REQUIRED)
 find_package(rapidcheck REQUIRED)
 include(GoogleTest)
 
-add_library(lum_test_main STATIC ${PROJECT_SOURCE_DIR}/tests/main.cpp)
+add_library(lum_test_main STATIC
+    ${PROJECT_SOURCE_DIR}/tests/german_locale.cpp
+    ${PROJECT_SOURCE_DIR}/tests/main.cpp
+    ${PROJECT_SOURCE_DIR}/tests/vector_file.cpp)
 target_link_libraries(lum_test_main PUBLIC lum_compile GTest::gtest)
+target_compile_definitions(lum_test_main PUBLIC LUM_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
 add_custom_target(threaded_tests COMMENT "All tests with threads are built")
 
 function(lum_add_test name)
@@ -17,7 +21,6 @@ function(lum_add_test name)
         lum_test_main LUMFoundationObjects LUMPlatformObjects GTest::gtest GTest::gmock rapidcheck rapidcheck_gtest)
     # Tests are compiled far more often than they run for long; what they test keeps its optimisation.
     target_compile_options(${name} PRIVATE $<$<CONFIG:Debug>:-O0>)
-    target_compile_definitions(${name} PRIVATE LUM_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
     set(labels "")
     if(arg_THREADS)
         set(labels "threads")

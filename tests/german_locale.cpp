@@ -1,0 +1,51 @@
+#include "tests/german_locale.h"
+
+#include <clocale>
+#include <cstdlib>
+#include <filesystem>
+
+namespace {
+
+constexpr const char* kInstalled = "de_DE.UTF-8";
+constexpr const char* kOwn = "german";
+
+class GermanNumbers : public std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+}
+
+GermanLocale::GermanLocale()
+    : mOldCLocale(std::setlocale(LC_ALL, nullptr))
+    , mOldLocale(std::locale::global(std::locale(std::locale::classic(), new GermanNumbers)))
+    , mCLocaleIsGerman(std::setlocale(LC_ALL, kInstalled) != nullptr)
+{
+    if (!mCLocaleIsGerman && makeLocale())
+        mCLocaleIsGerman = std::setlocale(LC_ALL, kOwn) != nullptr;
+}
+
+GermanLocale::~GermanLocale()
+{
+    std::locale::global(mOldLocale);
+    std::setlocale(LC_ALL, mOldCLocale.c_str());
+    if (!mFolder.empty()) {
+        unsetenv("LOCPATH");
+        std::error_code ignored;
+        std::filesystem::remove_all(mFolder, ignored);
+    }
+}
+
+bool GermanLocale::makeLocale()
+{
+    std::string folder = (std::filesystem::temp_directory_path() / "german-locale-XXXXXX").string();
+    if (!mkdtemp(folder.data()))
+        return false;
+    mFolder = folder;
+    std::string command = "localedef -c -i '" LUM_TEST_DATA "/german_locale.txt' -f UTF-8 ";
+    command += "'" + folder + "/" + kOwn + "' >/dev/null 2>&1";
+    // It warns, and says so by its status; only setlocale can tell whether the locale is usable.
+    (void)std::system(command.c_str());
+    return setenv("LOCPATH", folder.c_str(), 1) == 0;
+}
