@@ -40,6 +40,11 @@ public:
         : mKind(Kind::Units), mLength(text.size()), mPointer(text.data())
     {
     }
+    /// A text that ends at its terminator.
+    NSFormatArgument(const char16_t* text)
+        : NSFormatArgument(text ? std::u16string_view(text) : std::u16string_view(u"(null)"))
+    {
+    }
     template<typename T>
     NSFormatArgument(const NSRef<T>& object) : mKind(Kind::Object), mObject(NSObjectOf(object.get()))
     {

@@ -118,6 +118,95 @@ public:
     /// Selector: caseInsensitiveCompare:
     NSComparisonResult caseInsensitiveCompare(const NSRef<NSString>& other) const;
 
+    /// Where `sought` occurs; {NSNotFound, 0} when it does not, and always for an empty or null `sought`.
+    ///
+    /// Unless literal, the range may be of another length than `sought`, and it never ends in front of a
+    /// combining mark: "e" is not in "e" + U+0301. Selector: rangeOfString:
+    NSRange rangeOfString(const NSRef<NSString>& sought) const;
+    /// Selector: rangeOfString:options:
+    NSRange rangeOfStringOptions(const NSRef<NSString>& sought, NSStringCompareOptions options) const;
+    /// Looks at `range` only. Selector: rangeOfString:options:range:
+    NSRange rangeOfStringOptionsRange(
+        const NSRef<NSString>& sought, NSStringCompareOptions options, NSRange range) const;
+    /// The first character that is in `set`, of length 2 for a surrogate pair; {NSNotFound, 0} when there is
+    /// none. Selector: rangeOfCharacterFromSet:
+    NSRange rangeOfCharacterFromSet(const NSRef<NSCharacterSet>& set) const;
+    /// Deliberate: ignoring case has no effect on a set, as callers count on.
+    /// Selector: rangeOfCharacterFromSet:options:
+    NSRange rangeOfCharacterFromSetOptions(
+        const NSRef<NSCharacterSet>& set, NSStringCompareOptions options) const;
+    /// False for an empty or null text, which is found nowhere. Selector: hasPrefix:
+    bool hasPrefix(const NSRef<NSString>& prefix) const;
+    /// False for an empty or null text. Selector: hasSuffix:
+    bool hasSuffix(const NSRef<NSString>& suffix) const;
+
+    /// Selector: stringByAppendingString:
+    NSRef<NSString> stringByAppendingString(const NSRef<NSString>& text) const;
+    /// Appends what stringWithFormat makes; nothing for a null format. Selector: stringByAppendingFormat:
+    template<typename... Arguments>
+    NSRef<NSString> stringByAppendingFormat(
+        const NSRef<NSString>& format, const Arguments&... arguments) const
+    {
+        return stringByAppendingString(stringWithFormat(format, arguments...));
+    }
+    /// Without the members of `set` at both ends. Selector: stringByTrimmingCharactersInSet:
+    NSRef<NSString> stringByTrimmingCharactersInSet(const NSRef<NSCharacterSet>& set) const;
+    /// By the mapping of Unicode without a locale, which may change the length. Selector: lowercaseString
+    NSRef<NSString> lowercaseString() const;
+    /// U+00DF becomes "SS". Selector: uppercaseString
+    NSRef<NSString> uppercaseString() const;
+
+    /// The integer at the head, white space before it skipped and anything after it ignored; 0 without one.
+    /// Beyond the limits of the type it is the limit. Only ASCII digits count, in base ten.
+    /// Selector: intValue
+    int intValue() const;
+    /// Selector: integerValue
+    NSInteger integerValue() const;
+    /// Selector: longLongValue
+    long long longLongValue() const;
+    /// The number at the head, likewise: [+-] digits [. digits], then an exponent if there are digits in it.
+    /// Correctly rounded; infinite when too large. Selector: doubleValue
+    double doubleValue() const;
+    /// doubleValue() as the nearest float. Selector: floatValue
+    float floatValue() const;
+    /// True when white space is followed by T, t, Y or y, or by an optional sign, zeros, and a digit other
+    /// than 0, with white space allowed between these. "0.5", "no" and "on" are false. Selector: boolValue
+    bool boolValue() const;
+
+    // Paths. Only "/" separates. Results have single slashes and no trailing one, except the root.
+
+    /// Begins with "/" or "~". Selector: isAbsolutePath
+    bool isAbsolutePath() const;
+    /// The name; "/" of the root, empty of the empty path. Selector: lastPathComponent
+    NSRef<NSString> lastPathComponent() const;
+    /// What follows the last full stop of the name, unless that begins the name. Selector: pathExtension
+    NSRef<NSString> pathExtension() const;
+    /// "/" stays; a lone name gives the empty path. Selector: stringByDeletingLastPathComponent
+    NSRef<NSString> stringByDeletingLastPathComponent() const;
+    /// "a." loses its full stop. Selector: stringByDeletingPathExtension
+    NSRef<NSString> stringByDeletingPathExtension() const;
+    /// "." and ".." are kept. Selector: stringByAppendingPathComponent:
+    NSRef<NSString> stringByAppendingPathComponent(const NSRef<NSString>& component) const;
+    /// This path for an empty or null extension. Null for one that begins with "/", and when there is no name
+    /// to extend: the empty path and the root. Selector: stringByAppendingPathExtension:
+    NSRef<NSString> stringByAppendingPathExtension(const NSRef<NSString>& extension) const;
+    /// Replaces a leading "~" or "~user" by that home directory; unchanged when there is none.
+    /// Selector: stringByExpandingTildeInPath
+    NSRef<NSString> stringByExpandingTildeInPath() const;
+    /// Expands a tilde and drops "."; an absolute path also loses ".." and its symbolic links, as far as it
+    /// exists. Looks at the disk. Selector: stringByStandardizingPath
+    NSRef<NSString> stringByStandardizingPath() const;
+    /// The bytes that the file system knows this path by: utf8(). Selector: fileSystemRepresentation
+    std::string fileSystemRepresentation() const;
+
+    /// Whether every character has bytes in `encoding`. Canonical equivalents are not tried.
+    /// Selector: canBeConvertedToEncoding:
+    bool canBeConvertedToEncoding(NSStringEncoding encoding) const;
+    /// Writes the text and a terminating zero to `buffer`, of `maxLength` bytes. False when there is no room
+    /// for all of it or a character has no bytes; then the characters before that are there, terminated.
+    /// Selector: getCString:maxLength:encoding:
+    bool getCString(char* buffer, NSUInteger maxLength, NSStringEncoding encoding) const;
+
     // A string and its characters are one allocation, of a size the compiler does not know.
     static void operator delete(void* memory) { ::operator delete(memory); }
 

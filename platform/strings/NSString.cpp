@@ -85,11 +85,6 @@ char16_t NSString::characterAtIndex(NSUInteger index) const
     return mCharacters[index];
 }
 
-std::string NSString::utf8() const
-{
-    return platform::utf8FromUtf16Replacing(characters());
-}
-
 NSRef<NSString> NSString::substringFromIndex(NSUInteger index) const
 {
     platform::requireRange({ index, 0 }, mLength);

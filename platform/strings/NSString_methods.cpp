@@ -1,3 +1,4 @@
+#include "LUMPlatform/NSCharacterSet.h"
 #include "LUMPlatform/NSClass.h"
 #include "LUMPlatform/NSString.h"
 
@@ -13,6 +14,33 @@ constexpr NSMethod kMethods[] = {
     NSMethodOf<"compare:", &NSString::compare>(),
     NSMethodOf<"compare:options:", &NSString::compareOptions>(),
     NSMethodOf<"caseInsensitiveCompare:", &NSString::caseInsensitiveCompare>(),
+    NSMethodOf<"rangeOfString:", &NSString::rangeOfString>(),
+    NSMethodOf<"rangeOfString:options:", &NSString::rangeOfStringOptions>(),
+    NSMethodOf<"rangeOfString:options:range:", &NSString::rangeOfStringOptionsRange>(),
+    NSMethodOf<"rangeOfCharacterFromSet:", &NSString::rangeOfCharacterFromSet>(),
+    NSMethodOf<"rangeOfCharacterFromSet:options:", &NSString::rangeOfCharacterFromSetOptions>(),
+    NSMethodOf<"hasPrefix:", &NSString::hasPrefix>(),
+    NSMethodOf<"hasSuffix:", &NSString::hasSuffix>(),
+    NSMethodOf<"stringByAppendingString:", &NSString::stringByAppendingString>(),
+    NSMethodOf<"stringByTrimmingCharactersInSet:", &NSString::stringByTrimmingCharactersInSet>(),
+    NSMethodOf<"lowercaseString", &NSString::lowercaseString>(),
+    NSMethodOf<"uppercaseString", &NSString::uppercaseString>(),
+    NSMethodOf<"intValue", &NSString::intValue>(),
+    NSMethodOf<"integerValue", &NSString::integerValue>(),
+    NSMethodOf<"longLongValue", &NSString::longLongValue>(),
+    NSMethodOf<"doubleValue", &NSString::doubleValue>(),
+    NSMethodOf<"floatValue", &NSString::floatValue>(),
+    NSMethodOf<"boolValue", &NSString::boolValue>(),
+    NSMethodOf<"isAbsolutePath", &NSString::isAbsolutePath>(),
+    NSMethodOf<"lastPathComponent", &NSString::lastPathComponent>(),
+    NSMethodOf<"pathExtension", &NSString::pathExtension>(),
+    NSMethodOf<"stringByDeletingLastPathComponent", &NSString::stringByDeletingLastPathComponent>(),
+    NSMethodOf<"stringByDeletingPathExtension", &NSString::stringByDeletingPathExtension>(),
+    NSMethodOf<"stringByAppendingPathComponent:", &NSString::stringByAppendingPathComponent>(),
+    NSMethodOf<"stringByAppendingPathExtension:", &NSString::stringByAppendingPathExtension>(),
+    NSMethodOf<"stringByExpandingTildeInPath", &NSString::stringByExpandingTildeInPath>(),
+    NSMethodOf<"stringByStandardizingPath", &NSString::stringByStandardizingPath>(),
+    NSMethodOf<"canBeConvertedToEncoding:", &NSString::canBeConvertedToEncoding>(),
 };
 
 }

@@ -54,8 +54,7 @@ private:
     std::u16string mStorage;
 };
 
-/// True when no character from `at` on can combine with the one before it: the end of the text is such a
-/// place.
+/// True when what stands at `at` cannot combine with the character before it; so at the end of the text.
 bool isCombiningBoundary(std::u16string_view text, size_t at);
 
 }

@@ -77,9 +77,9 @@ double nearestDouble(std::string_view number)
     return value;
 }
 
-size_t skipWhitespace(std::u16string_view text)
+size_t skipWhitespace(std::u16string_view text, size_t start = 0)
 {
-    return skipCharacters(text, 0, CharacterSet::whitespaceAndNewline());
+    return skipCharacters(text, start, CharacterSet::whitespaceAndNewline());
 }
 
 }
@@ -159,9 +159,10 @@ bool boolValue(std::u16string_view text)
     if (std::u16string_view(u"TtYy").find(text[at]) != std::u16string_view::npos)
         return true;
     if (isSign(text[at]))
-        ++at;
+        at = skipWhitespace(text, at + 1);
     while (at < text.size() && text[at] == u'0')
         ++at;
+    at = skipWhitespace(text, at);
     return at < text.size() && isDigit(text[at]);
 }
 

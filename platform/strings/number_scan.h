@@ -31,7 +31,8 @@ double doubleValue(std::u16string_view text);
 /// Values beyond the limits of the type become those limits.
 long long longLongValue(std::u16string_view text);
 int intValue(std::u16string_view text);
-/// True for T, t, Y, y, or for an optional sign, zeros, and then a digit from 1 to 9.
+/// True for T, t, Y, y, or for an optional sign, zeros, and then a digit from 1 to 9, with white space
+/// allowed between these.
 bool boolValue(std::u16string_view text);
 
 }

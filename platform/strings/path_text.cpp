@@ -8,15 +8,6 @@ namespace {
 constexpr char16_t kSlash = u'/';
 constexpr auto kNone = std::u16string_view::npos;
 
-/// Without trailing slashes; a path of slashes alone becomes one slash.
-std::u16string_view withoutTrailingSlashes(std::u16string_view path)
-{
-    size_t last = path.find_last_not_of(kSlash);
-    if (last == kNone)
-        return path.substr(0, 1);
-    return path.substr(0, last + 1);
-}
-
 std::u16string withSingleSlashes(std::u16string_view path)
 {
     std::u16string result;
@@ -39,6 +30,12 @@ size_t extensionMark(std::u16string_view name)
 bool isAbsolutePath(std::u16string_view path)
 {
     return path.starts_with(kSlash) || path.starts_with(u'~');
+}
+
+std::u16string_view withoutTrailingSlashes(std::u16string_view path)
+{
+    size_t last = path.find_last_not_of(kSlash);
+    return path.substr(0, last == kNone ? 1 : last + 1);
 }
 
 std::vector<std::u16string_view> pathComponents(std::u16string_view path)

@@ -14,6 +14,9 @@ namespace platform {
 /// Begins with "/" or "~".
 bool isAbsolutePath(std::u16string_view path);
 
+/// A path of slashes alone becomes one slash.
+std::u16string_view withoutTrailingSlashes(std::u16string_view path);
+
 /// "/" stands for a leading and for a trailing slash: "/a/" is "/", "a", "/".
 std::vector<std::u16string_view> pathComponents(std::u16string_view path);
 std::u16string pathWithComponents(std::span<const std::u16string_view> components);

@@ -1,0 +1,56 @@
+#include "platform/strings/NSString_internal.h"
+#include "platform/strings/path_lookup.h"
+#include "platform/strings/path_text.h"
+
+using platform::charactersOf;
+
+bool NSString::isAbsolutePath() const
+{
+    return platform::isAbsolutePath(characters());
+}
+
+NSRef<NSString> NSString::lastPathComponent() const
+{
+    return platform::lastPathComponent(characters());
+}
+
+NSRef<NSString> NSString::pathExtension() const
+{
+    return platform::pathExtension(characters());
+}
+
+NSRef<NSString> NSString::stringByDeletingLastPathComponent() const
+{
+    return platform::deletingLastPathComponent(characters());
+}
+
+NSRef<NSString> NSString::stringByDeletingPathExtension() const
+{
+    return platform::deletingPathExtension(characters());
+}
+
+NSRef<NSString> NSString::stringByAppendingPathComponent(const NSRef<NSString>& component) const
+{
+    return platform::appendingPathComponent(characters(), charactersOf(component));
+}
+
+NSRef<NSString> NSString::stringByAppendingPathExtension(const NSRef<NSString>& extension) const
+{
+    auto extended = platform::appendingPathExtension(characters(), charactersOf(extension));
+    return extended ? stringWithCharacters(*extended) : nullptr;
+}
+
+NSRef<NSString> NSString::stringByExpandingTildeInPath() const
+{
+    return platform::expandingTilde(characters());
+}
+
+NSRef<NSString> NSString::stringByStandardizingPath() const
+{
+    return platform::standardizedPath(characters());
+}
+
+std::string NSString::fileSystemRepresentation() const
+{
+    return utf8();
+}

@@ -1,0 +1,185 @@
+#include "LUMPlatform/NSCharacterSet.h"
+#include "LUMPlatform/NSException.h"
+#include "LUMPlatform/NSString.h"
+#include "tests/fixture.h"
+
+#include <cstring>
+
+namespace {
+
+class NSStringSearchingTest : public ObjectTest {
+protected:
+    NSRef<NSString> mText = "abcABCabc";
+};
+
+constexpr NSRange kNowhere { NSNotFound, 0 };
+
+TEST_F(NSStringSearchingTest, FindsByOptions)
+{
+    EXPECT_EQ(mText->rangeOfString("bc"), (NSRange { 1, 2 }));
+    EXPECT_EQ(mText->rangeOfString("bd"), kNowhere);
+    EXPECT_EQ(mText->rangeOfStringOptions("bc", NSBackwardsSearch), (NSRange { 7, 2 }));
+    EXPECT_EQ(mText->rangeOfStringOptions("CAB", NSCaseInsensitiveSearch), (NSRange { 2, 3 }));
+    EXPECT_EQ(mText->rangeOfStringOptions("bc", NSAnchoredSearch), kNowhere);
+}
+
+TEST_F(NSStringSearchingTest, EmptyAndNullTextsAreNowhere)
+{
+    EXPECT_EQ(mText->rangeOfString(""), kNowhere);
+    EXPECT_EQ(mText->rangeOfString(nullptr), kNowhere);
+    EXPECT_FALSE(mText->hasPrefix(""));
+    EXPECT_FALSE(mText->hasPrefix(nullptr));
+    EXPECT_FALSE(mText->hasSuffix(""));
+    EXPECT_FALSE(mText->hasSuffix(nullptr));
+}
+
+TEST_F(NSStringSearchingTest, SearchesARangeInPlacesOfTheWhole)
+{
+    EXPECT_EQ(mText->rangeOfStringOptionsRange("bc", NSNoSearchOptions, { 2, 7 }), (NSRange { 7, 2 }));
+    EXPECT_EQ(mText->rangeOfStringOptionsRange("bc", NSNoSearchOptions, { 2, 6 }), kNowhere);
+    EXPECT_THROW((void)mText->rangeOfStringOptionsRange("bc", NSNoSearchOptions, { 2, 8 }), NSException);
+}
+
+TEST_F(NSStringSearchingTest, FindsCharactersOfASet)
+{
+    auto set = NSCharacterSet::characterSetWithCharactersInString("BC");
+    EXPECT_EQ(mText->rangeOfCharacterFromSet(set), (NSRange { 4, 1 }));
+    EXPECT_EQ(mText->rangeOfCharacterFromSetOptions(set, NSBackwardsSearch), (NSRange { 5, 1 }));
+    EXPECT_EQ(mText->rangeOfCharacterFromSet(NSCharacterSet::decimalDigitCharacterSet()), kNowhere);
+    EXPECT_EQ(mText->rangeOfCharacterFromSet(nullptr), kNowhere);
+}
+
+TEST_F(NSStringSearchingTest, IgnoringCaseHasNoEffectOnASet)
+{
+    auto lower = NSCharacterSet::lowercaseLetterCharacterSet();
+    EXPECT_EQ(
+        NSRef<NSString>("2B3")->rangeOfCharacterFromSetOptions(lower, NSCaseInsensitiveSearch), kNowhere);
+    EXPECT_EQ(NSRef<NSString>("2b3")->rangeOfCharacterFromSetOptions(lower, NSCaseInsensitiveSearch),
+        (NSRange { 1, 1 }));
+}
+
+TEST_F(NSStringSearchingTest, KnowsItsEnds)
+{
+    EXPECT_TRUE(mText->hasPrefix("abcA"));
+    EXPECT_FALSE(mText->hasPrefix("bc"));
+    EXPECT_TRUE(mText->hasSuffix("Cabc"));
+    EXPECT_FALSE(mText->hasSuffix("ab"));
+    EXPECT_FALSE(mText->hasSuffix("xabcABCabc"));
+}
+
+TEST_F(NSStringSearchingTest, Appends)
+{
+    EXPECT_EQ(mText->stringByAppendingString("d")->utf8(), "abcABCabcd");
+    EXPECT_EQ(mText->stringByAppendingString(nullptr)->utf8(), "abcABCabc");
+    EXPECT_EQ(mText->stringByAppendingFormat("-%d", 7)->utf8(), "abcABCabc-7");
+}
+
+TEST_F(NSStringSearchingTest, TrimsBothEnds)
+{
+    NSRef<NSString> text = " \ta b\n ";
+    EXPECT_EQ(
+        text->stringByTrimmingCharactersInSet(NSCharacterSet::whitespaceCharacterSet())->utf8(), "a b\n");
+    EXPECT_EQ(
+        text->stringByTrimmingCharactersInSet(NSCharacterSet::whitespaceAndNewlineCharacterSet())->utf8(),
+        "a b");
+    EXPECT_EQ(text->stringByTrimmingCharactersInSet(nullptr)->utf8(), " \ta b\n ");
+}
+
+TEST_F(NSStringSearchingTest, MapsCaseWithoutALocale)
+{
+    EXPECT_EQ(NSRef<NSString>("Stra\u00dfe I")->uppercaseString()->utf8(), "STRASSE I");
+    EXPECT_EQ(NSRef<NSString>("STRASSE I")->lowercaseString()->utf8(), "strasse i");
+    EXPECT_EQ(NSRef<NSString>("\u0130")->lowercaseString()->utf8(), "i\u0307");
+    EXPECT_EQ(NSString::string()->uppercaseString()->utf8(), "");
+    std::string many(100, 's');
+    std::string sharp;
+    for (int i = 0; i < 50; ++i)
+        sharp += "\u00df";
+    EXPECT_EQ(NSRef<NSString>(sharp)->uppercaseString()->lowercaseString()->utf8(), many);
+}
+
+TEST_F(NSStringSearchingTest, ReadsNumbers)
+{
+    NSRef<NSString> text = " 2147483648.75x";
+    EXPECT_EQ(text->intValue(), 2147483647);
+    EXPECT_EQ(text->integerValue(), 2147483648);
+    EXPECT_EQ(text->longLongValue(), 2147483648);
+    EXPECT_EQ(text->doubleValue(), 2147483648.75);
+    EXPECT_EQ(text->floatValue(), 2147483648.0f);
+    EXPECT_TRUE(text->boolValue());
+    EXPECT_FALSE(NSString::string()->boolValue());
+}
+
+TEST_F(NSStringSearchingTest, TakesPathsApart)
+{
+    NSRef<NSString> path = "/tmp//Take 1.aif";
+    EXPECT_TRUE(path->isAbsolutePath());
+    EXPECT_EQ(path->lastPathComponent()->utf8(), "Take 1.aif");
+    EXPECT_EQ(path->pathExtension()->utf8(), "aif");
+    EXPECT_EQ(path->stringByDeletingLastPathComponent()->utf8(), "/tmp");
+    EXPECT_EQ(path->stringByDeletingPathExtension()->utf8(), "/tmp/Take 1");
+    EXPECT_EQ(path->fileSystemRepresentation(), "/tmp//Take 1.aif");
+    EXPECT_EQ(path->stringByStandardizingPath()->lastPathComponent()->utf8(), "Take 1.aif");
+    EXPECT_EQ(path->stringByExpandingTildeInPath()->utf8(), "/tmp//Take 1.aif");
+}
+
+TEST_F(NSStringSearchingTest, PutsPathsTogether)
+{
+    NSRef<NSString> path = "/tmp/";
+    EXPECT_EQ(path->stringByAppendingPathComponent("/a")->utf8(), "/tmp/a");
+    EXPECT_EQ(path->stringByAppendingPathComponent(nullptr)->utf8(), "/tmp");
+    EXPECT_EQ(path->stringByAppendingPathExtension("txt")->utf8(), "/tmp.txt");
+    EXPECT_EQ(path->stringByAppendingPathExtension(nullptr)->utf8(), "/tmp/");
+    EXPECT_FALSE(path->stringByAppendingPathExtension("/x"));
+}
+
+TEST_F(NSStringSearchingTest, KnowsWhatAnEncodingHolds)
+{
+    NSRef<NSString> text = "caf\u00e9";
+    EXPECT_TRUE(text->canBeConvertedToEncoding(NSUTF8StringEncoding));
+    EXPECT_TRUE(text->canBeConvertedToEncoding(NSMacOSRomanStringEncoding));
+    EXPECT_FALSE(text->canBeConvertedToEncoding(NSASCIIStringEncoding));
+    EXPECT_FALSE(NSRef<NSString>("e\u0301")->canBeConvertedToEncoding(NSMacOSRomanStringEncoding));
+    EXPECT_FALSE(text->canBeConvertedToEncoding(static_cast<NSStringEncoding>(999)));
+    const char16_t lone[] = { 0xD800 };
+    EXPECT_FALSE(NSString::stringWithCharacters({ lone, 1 })->canBeConvertedToEncoding(NSUTF8StringEncoding));
+}
+
+/// "ok" or "no", and the buffer up to its terminator, of which every byte behind is as it was.
+std::string storedBy(const NSRef<NSString>& text, NSUInteger maxLength, NSStringEncoding encoding)
+{
+    char buffer[16];
+    std::memset(buffer, '#', sizeof buffer);
+    std::string result = text->getCString(buffer, maxLength, encoding) ? "ok " : "no ";
+    result += std::string_view(buffer, strnlen(buffer, sizeof buffer));
+    for (size_t i = maxLength; i < sizeof buffer; ++i)
+        EXPECT_EQ(buffer[i], '#');
+    return result;
+}
+
+TEST_F(NSStringSearchingTest, StoresACStringThatFits)
+{
+    EXPECT_EQ(storedBy("abcdefgh", 9, NSMacOSRomanStringEncoding), "ok abcdefgh");
+    EXPECT_EQ(storedBy("CREATYP", 8, NSUTF8StringEncoding), "ok CREATYP");
+    EXPECT_EQ(storedBy("CREA", 8, NSUTF8StringEncoding), "ok CREA");
+    EXPECT_EQ(storedBy("\u00e9", 8, NSMacOSRomanStringEncoding), "ok \x8E");
+    EXPECT_EQ(storedBy("", 1, NSUTF8StringEncoding), "ok ");
+}
+
+TEST_F(NSStringSearchingTest, StoresTheStartOfACStringThatDoesNotFit)
+{
+    EXPECT_EQ(storedBy("abcdefghi", 9, NSMacOSRomanStringEncoding), "no abcdefgh");
+    EXPECT_EQ(storedBy("ab\u0416cd", 9, NSMacOSRomanStringEncoding), "no ab");
+    EXPECT_EQ(storedBy("ab\u20ac", 5, NSUTF8StringEncoding), "no ab");
+    EXPECT_EQ(storedBy("a", 1, NSUTF8StringEncoding), "no ");
+}
+
+TEST_F(NSStringSearchingTest, StoresNothingWithoutABuffer)
+{
+    EXPECT_FALSE(mText->getCString(nullptr, 10, NSUTF8StringEncoding));
+    char untouched = '#';
+    EXPECT_FALSE(mText->getCString(&untouched, 0, NSUTF8StringEncoding));
+    EXPECT_EQ(untouched, '#');
+}
+
+}
