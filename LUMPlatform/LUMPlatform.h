@@ -15,6 +15,7 @@
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSExport.h"
 #include "LUMPlatform/NSFastEnumeration.h"
+#include "LUMPlatform/NSFileManager.h"
 #include "LUMPlatform/NSFormatArgument.h"
 #include "LUMPlatform/NSIndexSet.h"
 #include "LUMPlatform/NSInvocation.h"
