@@ -8,4 +8,5 @@
 #include "LUMFoundation/LUMExport.h"
 #include "LUMFoundation/LUMOSVersion.h"
 #include "LUMFoundation/LUMRateReporter.h"
+#include "LUMFoundation/OVFileWatcher.h"
 #include "LUMFoundation/OVMainThreadProxy.h"

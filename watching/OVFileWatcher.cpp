@@ -1,0 +1,13 @@
+#include "LUMFoundation/OVFileWatcher.h"
+
+constinit const NSStringConstant OVFileWatcherRenameNotification("OVKQueueFileRenamedNotification");
+constinit const NSStringConstant OVFileWatcherWriteNotification("OVKQueueFileWrittenToNotification");
+constinit const NSStringConstant OVFileWatcherDeleteNotification("OVKQueueFileDeletedNotification");
+constinit const NSStringConstant OVFileWatcherAttributeChangeNotification(
+    "OVKQueueFileAttributesChangedNotification");
+constinit const NSStringConstant OVFileWatcherSizeIncreaseNotification(
+    "OVKQueueFileSizeIncreasedNotification");
+constinit const NSStringConstant OVFileWatcherLinkCountChangeNotification(
+    "OVKQueueFileLinkCountChangedNotification");
+constinit const NSStringConstant OVFileWatcherAccessRevocationNotification(
+    "OVKQueueFileAccessRevocationNotification");

@@ -1,0 +1,140 @@
+#include "watching/watch_loop.h"
+
+#include "LUMPlatform/NSArray.h"
+#include "LUMPlatform/NSException.h"
+#include "LUMPlatform/NSLog.h"
+
+#include <algorithm>
+
+namespace lum {
+
+using platform::MutexLock;
+
+namespace {
+
+// A stop wakes the thread, so this only bounds what a lost wake would cost.
+constexpr std::chrono::seconds kLongestWait(5);
+
+}
+
+WatchLoop::WatchLoop(std::unique_ptr<KernelQueue> queue) : mQueue(std::move(queue)) { }
+
+void WatchLoop::add(const NSRef<NSString>& path, uint32_t changes)
+{
+    if (!path)
+        return;
+    const NSRef<NSString> kept = NSCast<NSString>(path->copy());
+    const std::string name = kept->utf8();
+    if (name.find('\0') != std::string::npos) // the system would take the beginning for the whole
+        return;
+    Token token = 0;
+    {
+        const MutexLock lock(mLock);
+        token = ++mLastToken;
+        mPaths.emplace(token, kept);
+    }
+    // No lock is held here: a volume that does not answer must not stop other paths from being removed.
+    const bool isOpen = mQueue->add(token, name, changes);
+    const MutexLock lock(mLock);
+    if (isOpen)
+        mWatched.push_back({ token, kept });
+    else
+        mPaths.erase(token);
+}
+
+void WatchLoop::remove(const NSRef<NSString>& path)
+{
+    Token token = 0;
+    {
+        const MutexLock lock(mLock);
+        const auto first = std::find_if(mWatched.begin(), mWatched.end(),
+            [&](const Watched& watched) { return watched.path->isEqualToString(path); });
+        if (first == mWatched.end())
+            return;
+        token = first->token;
+        mWatched.erase(first);
+        mPaths.erase(token);
+    }
+    if (const int error = mQueue->remove(token))
+        NSLog("removePathFromQueue: Couldn't close file descriptor (%d)", error);
+}
+
+void WatchLoop::removeAll()
+{
+    for (const Watched& watched : takeAll())
+        mQueue->remove(watched.token);
+}
+
+NSRef<NSArray> WatchLoop::paths() const
+{
+    std::vector<NSId> paths;
+    const MutexLock lock(mLock);
+    paths.reserve(mWatched.size());
+    for (const Watched& watched : mWatched)
+        paths.emplace_back(watched.path);
+    return NSArray::arrayWithObjects(paths);
+}
+
+std::vector<WatchLoop::Watched> WatchLoop::takeAll()
+{
+    const MutexLock lock(mLock);
+    for (const Watched& watched : mWatched)
+        mPaths.erase(watched.token);
+    return std::exchange(mWatched, {});
+}
+
+NSRef<NSString> WatchLoop::pathOf(Token token) const
+{
+    const MutexLock lock(mLock);
+    const auto place = mPaths.find(token);
+    return place == mPaths.end() ? nullptr : place->second;
+}
+
+void WatchLoop::run(const Report& report)
+{
+    if (mIsRunning.exchange(true))
+        return;
+    struct Running {
+        std::atomic<bool>& isRunning;
+        ~Running() { isRunning = false; }
+    } const running { mIsRunning };
+    while (mKeepsRunning) {
+        try {
+            pass(report);
+        } catch (const NSException& exception) {
+            NSLog("Error in OVKQueue watcherThread: %@", exception.description());
+        }
+    }
+    giveBack();
+}
+
+void WatchLoop::pass(const Report& report)
+{
+    if (mPending.empty()) {
+        const std::vector<KernelQueue::Event> events = mQueue->wait(kLongestWait);
+        mPending.assign(events.begin(), events.end());
+        return;
+    }
+    const KernelQueue::Event event = mPending.front();
+    mPending.pop_front();
+    if (const NSRef<NSString> path = pathOf(event.token))
+        report(path, event.changes);
+}
+
+void WatchLoop::stop()
+{
+    mKeepsRunning = false;
+    mQueue->wake();
+}
+
+void WatchLoop::giveBack()
+{
+    for (const Watched& watched : takeAll()) {
+        if (const int error = mQueue->remove(watched.token))
+            NSLog("dealloc: Couldn't close file descriptor (%d)", error);
+    }
+    if (const int error = mQueue->close())
+        NSLog("release: Couldn't close main kqueue (%d)", error);
+}
+
+}
