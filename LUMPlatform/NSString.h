@@ -8,7 +8,9 @@
 #include <string>
 #include <string_view>
 
+class NSArray;
 class NSCharacterSet;
+class NSData;
 
 /// How strings are compared and searched; combined by "|". Nothing here depends on a locale.
 ///
@@ -80,6 +82,8 @@ public:
         const std::array<NSFormatArgument, sizeof...(Arguments)> list { NSFormatArgument(arguments)... };
         return stringWithFormatArguments(format, list);
     }
+    /// The text of `data`; null when that is null or no text in `encoding`. Selector: initWithData:encoding:
+    static NSRef<NSString> initWithData(const NSRef<NSData>& data, NSStringEncoding encoding);
     /// The same with a list of arguments. Selector: initWithFormat:arguments:
     static NSRef<NSString> stringWithFormatArguments(
         const NSRef<NSString>& format, std::span<const NSFormatArgument> arguments);
@@ -140,6 +144,11 @@ public:
     /// False for an empty or null text. Selector: hasSuffix:
     bool hasSuffix(const NSRef<NSString>& suffix) const;
 
+    /// The pieces between the occurrences of `separator`, empty ones included: "a..b" by "." is "a", "", "b".
+    /// One piece, all of it, when the separator is empty, null or not there.
+    /// Selector: componentsSeparatedByString:
+    NSRef<NSArray> componentsSeparatedByString(const NSRef<NSString>& separator) const;
+
     /// Selector: stringByAppendingString:
     NSRef<NSString> stringByAppendingString(const NSRef<NSString>& text) const;
     /// Appends what stringWithFormat makes; nothing for a null format. Selector: stringByAppendingFormat:
@@ -177,6 +186,12 @@ public:
 
     /// Begins with "/" or "~". Selector: isAbsolutePath
     bool isAbsolutePath() const;
+    /// The names from the root on; "/" stands for a leading and for a trailing slash: "/a/" is "/", "a", "/".
+    /// Selector: pathComponents
+    NSRef<NSArray> pathComponents() const;
+    /// Joins strings to a path. Raises NSInvalidArgumentException for an element that is none.
+    /// Selector: pathWithComponents:
+    static NSRef<NSString> pathWithComponents(const NSRef<NSArray>& components);
     /// The name; "/" of the root, empty of the empty path. Selector: lastPathComponent
     NSRef<NSString> lastPathComponent() const;
     /// What follows the last full stop of the name, unless that begins the name. Selector: pathExtension
@@ -202,6 +217,9 @@ public:
     /// Whether every character has bytes in `encoding`. Canonical equivalents are not tried.
     /// Selector: canBeConvertedToEncoding:
     bool canBeConvertedToEncoding(NSStringEncoding encoding) const;
+    /// The bytes of the text, without a byte order mark; null when a character has none.
+    /// Selector: dataUsingEncoding:
+    NSRef<NSData> dataUsingEncoding(NSStringEncoding encoding) const;
     /// Writes the text and a terminating zero to `buffer`, of `maxLength` bytes. False when there is no room
     /// for all of it or a character has no bytes; then the characters before that are there, terminated.
     /// Selector: getCString:maxLength:encoding:

@@ -1,5 +1,6 @@
 #include "LUMPlatform/NSString.h"
 
+#include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSMutableString.h"
 #include "platform/strings/NSString_internal.h"
@@ -19,6 +20,15 @@ void requireRange(NSRange range, std::size_t length)
     throw NSException(NSRangeException,
         NSString::stringWithFormat(
             "range {%llu, %llu} is beyond the end of %zu characters", range.location, range.length, length));
+}
+
+NSRef<NSArray> arrayOf(std::span<const std::u16string_view> pieces)
+{
+    std::vector<NSId> strings;
+    strings.reserve(pieces.size());
+    for (std::u16string_view piece : pieces)
+        strings.push_back(NSString::stringWithCharacters(piece));
+    return NSArray::arrayWithObjects(std::move(strings));
 }
 
 }

@@ -1,3 +1,4 @@
+#include "LUMPlatform/NSData.h"
 #include "platform/strings/NSString_internal.h"
 #include "platform/strings/code_points.h"
 #include "platform/strings/text_encoding.h"
@@ -24,6 +25,31 @@ std::optional<std::string> bytesOf(std::u16string_view text, NSStringEncoding en
 std::string NSString::utf8() const
 {
     return platform::utf8FromUtf16Replacing(characters());
+}
+
+NSRef<NSString> NSString::initWithData(const NSRef<NSData>& data, NSStringEncoding encoding)
+{
+    if (!data)
+        return nullptr;
+    std::string_view bytes(reinterpret_cast<const char*>(data->bytes().data()), data->length());
+    std::optional<std::u16string> text;
+    switch (encoding) {
+    case NSUTF8StringEncoding:
+        return stringWithUTF8String(bytes);
+    case NSASCIIStringEncoding:
+        text = platform::utf16FromBytes(bytes, platform::ByteEncoding::Ascii);
+        break;
+    case NSMacOSRomanStringEncoding:
+        text = platform::utf16FromBytes(bytes, platform::ByteEncoding::MacRoman);
+        break;
+    }
+    return text ? stringWithCharacters(*text) : nullptr;
+}
+
+NSRef<NSData> NSString::dataUsingEncoding(NSStringEncoding encoding) const
+{
+    std::optional<std::string> bytes = bytesOf(characters(), encoding);
+    return bytes ? NSData::dataWithBytes(bytes->data(), bytes->size()) : nullptr;
 }
 
 bool NSString::canBeConvertedToEncoding(NSStringEncoding encoding) const

@@ -18,6 +18,9 @@ inline Equivalence equivalenceOf(NSStringCompareOptions options)
     return { (options & NSLiteralSearch) == 0, (options & NSCaseInsensitiveSearch) != 0 };
 }
 
+/// The pieces as an array of strings.
+NSRef<NSArray> arrayOf(std::span<const std::u16string_view> pieces);
+
 /// Raises NSRangeException unless `range` lies within `length` characters.
 void requireRange(NSRange range, std::size_t length);
 

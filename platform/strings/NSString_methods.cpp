@@ -1,5 +1,7 @@
+#include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSCharacterSet.h"
 #include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSString.h"
 
 namespace {
@@ -21,6 +23,7 @@ constexpr NSMethod kMethods[] = {
     NSMethodOf<"rangeOfCharacterFromSet:options:", &NSString::rangeOfCharacterFromSetOptions>(),
     NSMethodOf<"hasPrefix:", &NSString::hasPrefix>(),
     NSMethodOf<"hasSuffix:", &NSString::hasSuffix>(),
+    NSMethodOf<"componentsSeparatedByString:", &NSString::componentsSeparatedByString>(),
     NSMethodOf<"stringByAppendingString:", &NSString::stringByAppendingString>(),
     NSMethodOf<"stringByTrimmingCharactersInSet:", &NSString::stringByTrimmingCharactersInSet>(),
     NSMethodOf<"lowercaseString", &NSString::lowercaseString>(),
@@ -32,6 +35,7 @@ constexpr NSMethod kMethods[] = {
     NSMethodOf<"floatValue", &NSString::floatValue>(),
     NSMethodOf<"boolValue", &NSString::boolValue>(),
     NSMethodOf<"isAbsolutePath", &NSString::isAbsolutePath>(),
+    NSMethodOf<"pathComponents", &NSString::pathComponents>(),
     NSMethodOf<"lastPathComponent", &NSString::lastPathComponent>(),
     NSMethodOf<"pathExtension", &NSString::pathExtension>(),
     NSMethodOf<"stringByDeletingLastPathComponent", &NSString::stringByDeletingLastPathComponent>(),
@@ -40,6 +44,7 @@ constexpr NSMethod kMethods[] = {
     NSMethodOf<"stringByAppendingPathExtension:", &NSString::stringByAppendingPathExtension>(),
     NSMethodOf<"stringByExpandingTildeInPath", &NSString::stringByExpandingTildeInPath>(),
     NSMethodOf<"stringByStandardizingPath", &NSString::stringByStandardizingPath>(),
+    NSMethodOf<"dataUsingEncoding:", &NSString::dataUsingEncoding>(),
     NSMethodOf<"canBeConvertedToEncoding:", &NSString::canBeConvertedToEncoding>(),
 };
 

@@ -1,3 +1,5 @@
+#include "LUMPlatform/NSArray.h"
+#include "LUMPlatform/NSException.h"
 #include "platform/strings/NSString_internal.h"
 #include "platform/strings/path_lookup.h"
 #include "platform/strings/path_text.h"
@@ -7,6 +9,27 @@ using platform::charactersOf;
 bool NSString::isAbsolutePath() const
 {
     return platform::isAbsolutePath(characters());
+}
+
+NSRef<NSArray> NSString::pathComponents() const
+{
+    return platform::arrayOf(platform::pathComponents(characters()));
+}
+
+NSRef<NSString> NSString::pathWithComponents(const NSRef<NSArray>& components)
+{
+    if (!components)
+        return string();
+    std::vector<std::u16string_view> parts;
+    parts.reserve(components->count());
+    for (const NSId& component : *components) {
+        auto text = NSCast<NSString>(component);
+        if (!text)
+            throw NSException(NSInvalidArgumentException,
+                stringWithFormat("a path cannot have the component %@", component));
+        parts.push_back(text->characters()); // the array keeps it
+    }
+    return platform::pathWithComponents(parts);
 }
 
 NSRef<NSString> NSString::lastPathComponent() const

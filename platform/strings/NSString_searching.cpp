@@ -1,3 +1,4 @@
+#include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSCharacterSet.h"
 #include "platform/strings/NSString_internal.h"
 #include "platform/strings/character_set.h"
@@ -84,6 +85,11 @@ bool NSString::hasPrefix(const NSRef<NSString>& prefix) const
 bool NSString::hasSuffix(const NSRef<NSString>& suffix) const
 {
     return rangeOfStringOptions(suffix, NSAnchoredSearch | NSBackwardsSearch).location != NSNotFound;
+}
+
+NSRef<NSArray> NSString::componentsSeparatedByString(const NSRef<NSString>& separator) const
+{
+    return platform::arrayOf(platform::splitText(characters(), charactersOf(separator)));
 }
 
 NSRef<NSString> NSString::stringByAppendingString(const NSRef<NSString>& text) const

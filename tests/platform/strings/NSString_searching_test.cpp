@@ -1,9 +1,8 @@
+#include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSCharacterSet.h"
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSString.h"
 #include "tests/fixture.h"
-
-#include <cstring>
 
 namespace {
 
@@ -67,6 +66,14 @@ TEST_F(NSStringSearchingTest, KnowsItsEnds)
     EXPECT_FALSE(mText->hasSuffix("xabcABCabc"));
 }
 
+TEST_F(NSStringSearchingTest, SplitsAndKeepsEmptyPieces)
+{
+    NSRef<NSString> text = "1..2";
+    EXPECT_TRUE(text->componentsSeparatedByString(".")->isEqual(NSArray::of("1", "", "2")));
+    EXPECT_TRUE(text->componentsSeparatedByString(nullptr)->isEqual(NSArray::of("1..2")));
+    EXPECT_TRUE(NSString::string()->componentsSeparatedByString(".")->isEqual(NSArray::of("")));
+}
+
 TEST_F(NSStringSearchingTest, Appends)
 {
     EXPECT_EQ(mText->stringByAppendingString("d")->utf8(), "abcABCabcd");
@@ -108,78 +115,6 @@ TEST_F(NSStringSearchingTest, ReadsNumbers)
     EXPECT_EQ(text->floatValue(), 2147483648.0f);
     EXPECT_TRUE(text->boolValue());
     EXPECT_FALSE(NSString::string()->boolValue());
-}
-
-TEST_F(NSStringSearchingTest, TakesPathsApart)
-{
-    NSRef<NSString> path = "/tmp//Take 1.aif";
-    EXPECT_TRUE(path->isAbsolutePath());
-    EXPECT_EQ(path->lastPathComponent()->utf8(), "Take 1.aif");
-    EXPECT_EQ(path->pathExtension()->utf8(), "aif");
-    EXPECT_EQ(path->stringByDeletingLastPathComponent()->utf8(), "/tmp");
-    EXPECT_EQ(path->stringByDeletingPathExtension()->utf8(), "/tmp/Take 1");
-    EXPECT_EQ(path->fileSystemRepresentation(), "/tmp//Take 1.aif");
-    EXPECT_EQ(path->stringByStandardizingPath()->lastPathComponent()->utf8(), "Take 1.aif");
-    EXPECT_EQ(path->stringByExpandingTildeInPath()->utf8(), "/tmp//Take 1.aif");
-}
-
-TEST_F(NSStringSearchingTest, PutsPathsTogether)
-{
-    NSRef<NSString> path = "/tmp/";
-    EXPECT_EQ(path->stringByAppendingPathComponent("/a")->utf8(), "/tmp/a");
-    EXPECT_EQ(path->stringByAppendingPathComponent(nullptr)->utf8(), "/tmp");
-    EXPECT_EQ(path->stringByAppendingPathExtension("txt")->utf8(), "/tmp.txt");
-    EXPECT_EQ(path->stringByAppendingPathExtension(nullptr)->utf8(), "/tmp/");
-    EXPECT_FALSE(path->stringByAppendingPathExtension("/x"));
-}
-
-TEST_F(NSStringSearchingTest, KnowsWhatAnEncodingHolds)
-{
-    NSRef<NSString> text = "caf\u00e9";
-    EXPECT_TRUE(text->canBeConvertedToEncoding(NSUTF8StringEncoding));
-    EXPECT_TRUE(text->canBeConvertedToEncoding(NSMacOSRomanStringEncoding));
-    EXPECT_FALSE(text->canBeConvertedToEncoding(NSASCIIStringEncoding));
-    EXPECT_FALSE(NSRef<NSString>("e\u0301")->canBeConvertedToEncoding(NSMacOSRomanStringEncoding));
-    EXPECT_FALSE(text->canBeConvertedToEncoding(static_cast<NSStringEncoding>(999)));
-    const char16_t lone[] = { 0xD800 };
-    EXPECT_FALSE(NSString::stringWithCharacters({ lone, 1 })->canBeConvertedToEncoding(NSUTF8StringEncoding));
-}
-
-/// "ok" or "no", and the buffer up to its terminator, of which every byte behind is as it was.
-std::string storedBy(const NSRef<NSString>& text, NSUInteger maxLength, NSStringEncoding encoding)
-{
-    char buffer[16];
-    std::memset(buffer, '#', sizeof buffer);
-    std::string result = text->getCString(buffer, maxLength, encoding) ? "ok " : "no ";
-    result += std::string_view(buffer, strnlen(buffer, sizeof buffer));
-    for (size_t i = maxLength; i < sizeof buffer; ++i)
-        EXPECT_EQ(buffer[i], '#');
-    return result;
-}
-
-TEST_F(NSStringSearchingTest, StoresACStringThatFits)
-{
-    EXPECT_EQ(storedBy("abcdefgh", 9, NSMacOSRomanStringEncoding), "ok abcdefgh");
-    EXPECT_EQ(storedBy("CREATYP", 8, NSUTF8StringEncoding), "ok CREATYP");
-    EXPECT_EQ(storedBy("CREA", 8, NSUTF8StringEncoding), "ok CREA");
-    EXPECT_EQ(storedBy("\u00e9", 8, NSMacOSRomanStringEncoding), "ok \x8E");
-    EXPECT_EQ(storedBy("", 1, NSUTF8StringEncoding), "ok ");
-}
-
-TEST_F(NSStringSearchingTest, StoresTheStartOfACStringThatDoesNotFit)
-{
-    EXPECT_EQ(storedBy("abcdefghi", 9, NSMacOSRomanStringEncoding), "no abcdefgh");
-    EXPECT_EQ(storedBy("ab\u0416cd", 9, NSMacOSRomanStringEncoding), "no ab");
-    EXPECT_EQ(storedBy("ab\u20ac", 5, NSUTF8StringEncoding), "no ab");
-    EXPECT_EQ(storedBy("a", 1, NSUTF8StringEncoding), "no ");
-}
-
-TEST_F(NSStringSearchingTest, StoresNothingWithoutABuffer)
-{
-    EXPECT_FALSE(mText->getCString(nullptr, 10, NSUTF8StringEncoding));
-    char untouched = '#';
-    EXPECT_FALSE(mText->getCString(&untouched, 0, NSUTF8StringEncoding));
-    EXPECT_EQ(untouched, '#');
 }
 
 }

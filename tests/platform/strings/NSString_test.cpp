@@ -1,11 +1,11 @@
 #include "LUMPlatform/NSString.h"
 
-#include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSMutableString.h"
 #include "LUMPlatform/NSNull.h"
 #include "LUMPlatform/NSSend.h"
 #include "tests/fixture.h"
 #include "tests/platform/strings/telling_text.h"
+#include "tests/raised_by.h"
 
 #include <rapidcheck/gtest.h>
 #include <sstream>
@@ -14,17 +14,6 @@
 namespace {
 
 class NSStringTest : public ObjectTest { };
-
-/// The name of the exception that `call` raises; empty when it raises none.
-template<typename Call> std::string raisedBy(Call call)
-{
-    try {
-        call();
-        return "";
-    } catch (const NSException& exception) {
-        return exception.name()->utf8();
-    }
-}
 
 TEST_F(NSStringTest, IsMadeFromUtf8AndFromUtf16)
 {
@@ -78,19 +67,17 @@ TEST_F(NSStringTest, EmbeddedNulIsACharacter)
 TEST_F(NSStringTest, IndexBeyondTheEndRaises)
 {
     NSRef<NSString> text = "abc";
-    EXPECT_EQ(raisedBy([&] { (void)text->characterAtIndex(3); }), "NSRangeException");
-    EXPECT_EQ(raisedBy([&] { (void)text->characterAtIndex(NSNotFound); }), "NSRangeException");
+    EXPECT_EQ(nameRaisedBy([&] { (void)text->characterAtIndex(3); }), "NSRangeException");
+    EXPECT_EQ(nameRaisedBy([&] { (void)text->characterAtIndex(NSNotFound); }), "NSRangeException");
 }
 
 TEST_F(NSStringTest, RangeErrorSaysWhereTheTextEnds)
 {
     NSRef<NSString> text = "abc";
-    try {
+    EXPECT_EQ(raisedBy([&] {
         (void)text->substringWithRange({ 2, 2 });
-        FAIL() << "nothing was raised";
-    } catch (const NSException& exception) {
-        EXPECT_EQ(exception.reason()->utf8(), "range {2, 2} is beyond the end of 3 characters");
-    }
+    }),
+        "NSRangeException: range {2, 2} is beyond the end of 3 characters");
 }
 
 TEST_F(NSStringTest, CutsSubstrings)
@@ -107,9 +94,9 @@ TEST_F(NSStringTest, CutsSubstrings)
 TEST_F(NSStringTest, SubstringBeyondTheEndRaises)
 {
     NSRef<NSString> text = "abc";
-    EXPECT_EQ(raisedBy([&] { (void)text->substringFromIndex(4); }), "NSRangeException");
-    EXPECT_EQ(raisedBy([&] { (void)text->substringToIndex(4); }), "NSRangeException");
-    EXPECT_EQ(raisedBy([&] {
+    EXPECT_EQ(nameRaisedBy([&] { (void)text->substringFromIndex(4); }), "NSRangeException");
+    EXPECT_EQ(nameRaisedBy([&] { (void)text->substringToIndex(4); }), "NSRangeException");
+    EXPECT_EQ(nameRaisedBy([&] {
         (void)text->substringWithRange({ 1, ~NSUInteger { 0 } });
     }),
         "NSRangeException");
