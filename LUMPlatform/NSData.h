@@ -5,6 +5,8 @@
 #include <cstdlib>
 #include <span>
 
+class NSError;
+
 /// Immutable bytes.
 ///
 /// What makes data answers null when there is not enough memory. A range that does not lie inside raises
@@ -26,6 +28,18 @@ public:
     static NSRef<NSData> dataWithBytesNoCopy(void* bytes, NSUInteger length, void (*free)(void*) = std::free);
     static NSRef<NSData> dataWithData(
         const NSRef<NSData>& other); ///< Empty for null. Selector: dataWithData:
+
+    /// The bytes of a file, to its end. Null, with the status of what failed, when it cannot be read: -43
+    /// when nothing is there, -50 for a path that is null, empty, or has a NUL inside. Selector:
+    /// dataWithContentsOfFile:
+    static NSRef<NSData> dataWithContentsOfFile(const NSRef<NSString>& path, NSRef<NSError>* error = nullptr);
+    /// Writes the bytes to a file; false, with the status of what failed, otherwise.
+    ///
+    /// `atomically`: in one step, so that whatever happens meanwhile, a power cut included, the file holds
+    /// the old bytes or the new ones. The file keeps its permissions, and its owner where that is allowed; a
+    /// symbolic link is written through. Otherwise the file is written in place. Selector:
+    /// writeToFile:atomically:
+    bool writeToFile(const NSRef<NSString>& path, bool atomically, NSRef<NSError>* error = nullptr) const;
 
     NSUInteger length() const { return mLength; } ///< Selector: length
     /// Valid while the data exists and, if it is mutable, is not changed. Selector: bytes

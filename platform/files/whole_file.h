@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/files/file_system.h"
+
+#include <cstdlib>
+#include <memory>
+
+namespace platform {
+
+/// The bytes of a file, from malloc.
+struct FileContent {
+    struct Free {
+        void operator()(std::byte* bytes) const { std::free(bytes); }
+    };
+    std::unique_ptr<std::byte[], Free> bytes;
+    std::size_t length = 0;
+};
+
+/// Reads a file to its end; 0 or a negative errno: -EISDIR for a folder, -ENOMEM when it does not fit into
+/// memory. A file that grows or shrinks meanwhile gives what there was to read.
+int readFile(FileSystem& files, const std::string& path, FileContent& content);
+
+/// Gives a file new content in one step; 0 or a negative errno.
+///
+/// Whoever looks, and whatever stops this at whatever point, sees the old content or the new one. The new one
+/// is written to a hidden file in the same folder, brought to the disk, and renamed over the old; then the
+/// folder is brought to the disk. The replaced file's permissions are kept, and its owner and group where the
+/// system lets them be set. A symbolic link is written through, not replaced. On failure no hidden file
+/// stays.
+int replaceFile(FileSystem& files, const std::string& path, std::span<const std::byte> bytes);
+
+/// Writes over a file in place; 0 or a negative errno.
+int overwriteFile(FileSystem& files, const std::string& path, std::span<const std::byte> bytes);
+
+}
