@@ -3,6 +3,7 @@
 
 #include "LUMPlatform/NSArgument.h"
 #include "LUMPlatform/NSArray.h"
+#include "LUMPlatform/NSArraySearch.h"
 #include "LUMPlatform/NSCharacterSet.h"
 #include "LUMPlatform/NSClass.h"
 #include "LUMPlatform/NSCount.h"

@@ -1,0 +1,33 @@
+#include "LUMPlatform/NSArraySearch.h"
+
+#include "LUMPlatform/NSArray.h"
+#include "LUMPlatform/NSException.h"
+#include "LUMPlatform/NSString.h"
+
+NSUInteger NSArraySearch(
+    const NSRef<NSArray>& sorted, const NSId& value, NSComparisonFunction compare, void* context)
+{
+    if (!compare)
+        throw NSException(NSInvalidArgumentException, "a search needs a function to compare by");
+    const NSUInteger count = sorted ? sorted->count() : 0;
+    // objectAtIndex keeps the element alive: comparing may run foreign code that takes it out of the array.
+    auto isLess = [&](NSUInteger at) { return compare(sorted->objectAtIndex(at), value, context) < 0; };
+
+    // The ends come first, since sorted lists mostly grow at one of them.
+    if (count == 0)
+        return 0;
+    if (isLess(count - 1))
+        return count;
+    if (compare(value, sorted->objectAtIndex(0), context) < 0)
+        return 0;
+    NSUInteger low = 0; // what comes before is less
+    NSUInteger high = count - 1; // it and what comes after are not
+    while (low < high) {
+        const NSUInteger middle = low + (high - low) / 2;
+        if (isLess(middle))
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    return low;
+}
