@@ -145,6 +145,9 @@ public:
     void replaceObjectAtIndex(NSUInteger index, const NSId& object);
     /// Selector: exchangeObjectAtIndex:withObjectAtIndex:
     void exchangeObjectAtIndex(NSUInteger first, NSUInteger second);
+    /// The elements of `other` (none for null), however many, take the places of those in `range`; it may be
+    /// this array. Linear. Selector: replaceObjectsInRange:withObjectsFromArray:
+    void replaceObjectsInRange(NSRange range, const NSRef<NSArray>& other);
     void setArray(const NSRef<NSArray>& other); ///< Selector: setArray:
 
     NSId copy() const override; ///< An immutable array of the same elements.
@@ -155,6 +158,5 @@ protected:
     ~NSMutableArray() override;
 
 private:
-    void insertAll(const NSRef<NSArray>& other, NSUInteger index);
     template<typename Matches> void removeMatching(const Matches& matches);
 };

@@ -23,6 +23,7 @@ constexpr NSMethod kMethods[] = {
     NSMethodOf<"removeAllObjects", &NSMutableArray::removeAllObjects>(),
     NSMethodOf<"replaceObjectAtIndex:withObject:", &NSMutableArray::replaceObjectAtIndex>(),
     NSMethodOf<"exchangeObjectAtIndex:withObjectAtIndex:", &NSMutableArray::exchangeObjectAtIndex>(),
+    NSMethodOf<"replaceObjectsInRange:withObjectsFromArray:", &NSMutableArray::replaceObjectsInRange>(),
     NSMethodOf<"setArray:", &NSMutableArray::setArray>(),
 };
 
@@ -65,18 +66,31 @@ void NSMutableArray::addObject(const NSId& object)
 
 void NSMutableArray::addObjectsFromArray(const NSRef<NSArray>& other)
 {
-    insertAll(other, count());
+    replaceObjectsInRange({ count(), 0 }, other);
 }
 
-void NSMutableArray::insertAll(const NSRef<NSArray>& other, NSUInteger index)
+void NSMutableArray::replaceObjectsInRange(NSRange range, const NSRef<NSArray>& other)
 {
-    if (!other)
+    checkRange("replaceObjectsInRange:withObjectsFromArray:", range);
+    // Holds the new elements first, then the replaced ones, of which there may be more.
+    const NSUInteger added = other ? other->count() : 0;
+    std::vector<NSId> spare(std::max(added, range.length));
+    if (spare.empty())
         return;
-    std::vector<NSId> added(other->count());
-    for (NSUInteger at = 0; at < added.size(); ++at)
-        added[at] = other->objectAtIndex(at);
-    mObjects.insert(mObjects.begin() + static_cast<std::ptrdiff_t>(index),
-        std::make_move_iterator(added.begin()), std::make_move_iterator(added.end()));
+    for (NSUInteger at = 0; at < added; ++at)
+        spare[at] = other->objectAtIndex(at);
+
+    auto place = [&](NSUInteger index) { return mObjects.begin() + static_cast<std::ptrdiff_t>(index); };
+    const NSUInteger exchanged = std::min(added, range.length);
+    const auto rest = spare.begin() + static_cast<std::ptrdiff_t>(exchanged);
+    const auto end = spare.begin() + static_cast<std::ptrdiff_t>(added);
+    if (added > exchanged) // what may lack memory comes before any change
+        mObjects.insert(place(range.end()), std::make_move_iterator(rest), std::make_move_iterator(end));
+    std::swap_ranges(spare.begin(), rest, place(range.location));
+    if (range.length > exchanged) {
+        std::move(place(range.location + exchanged), place(range.end()), rest);
+        mObjects.erase(place(range.location + exchanged), place(range.end()));
+    }
     ++mMutations;
 }
 
