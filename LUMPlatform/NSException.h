@@ -6,6 +6,8 @@
 #include <exception>
 #include <string>
 
+class NSDictionary;
+
 /// Raised at once when the caller is wrong: a name to tell it by, a reason in words, and optional
 /// information. Failures of the outside world are NSError objects instead.
 ///
@@ -14,14 +16,16 @@
 /// A C++ exception, caught by reference; copying shares its objects and never fails. Threads: may cross them.
 class NS_EXPORT NSException : public std::exception {
 public:
-    NSException(const NSRef<NSString>& name, const NSRef<NSString>& reason, const NSId& userInfo = nullptr);
+    NSException(const NSRef<NSString>& name, const NSRef<NSString>& reason);
+    NSException(
+        const NSRef<NSString>& name, const NSRef<NSString>& reason, const NSRef<NSDictionary>& userInfo);
     NSException(const NSException&) noexcept;
     NSException& operator=(const NSException&) noexcept;
     ~NSException() override;
 
     NSRef<NSString> name() const; ///< Selector: name
     NSRef<NSString> reason() const; ///< Selector: reason
-    NSId userInfo() const; ///< A dictionary, or null when it carries none. Selector: userInfo
+    NSRef<NSDictionary> userInfo() const; ///< Null when it carries none. Selector: userInfo
     NSRef<NSString> description() const; ///< The reason. Selector: description
     /// "name: reason" in UTF-8; lives as long as the exception.
     const char* what() const noexcept override;

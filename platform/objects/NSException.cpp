@@ -1,5 +1,6 @@
 #include "LUMPlatform/NSException.h"
 
+#include "LUMPlatform/NSDictionary.h"
 #include "LUMPlatform/NSString.h"
 
 const NSStringConstant NSInvalidArgumentException("NSInvalidArgumentException");
@@ -12,11 +13,12 @@ class NSException::Content : public NSObject {
 public:
     const NSRef<NSString> name;
     const NSRef<NSString> reason;
-    const NSId userInfo;
+    const NSRef<NSDictionary> userInfo;
     const std::string what;
 
 protected:
-    Content(const NSRef<NSString>& name_, const NSRef<NSString>& reason_, const NSId& userInfo_)
+    Content(
+        const NSRef<NSString>& name_, const NSRef<NSString>& reason_, const NSRef<NSDictionary>& userInfo_)
         : name(name_)
         , reason(reason_)
         , userInfo(userInfo_)
@@ -25,7 +27,13 @@ protected:
     }
 };
 
-NSException::NSException(const NSRef<NSString>& name, const NSRef<NSString>& reason, const NSId& userInfo)
+NSException::NSException(const NSRef<NSString>& name, const NSRef<NSString>& reason)
+    : NSException(name, reason, nullptr)
+{
+}
+
+NSException::NSException(
+    const NSRef<NSString>& name, const NSRef<NSString>& reason, const NSRef<NSDictionary>& userInfo)
     : mContent(NSMake<Content>(name, reason, userInfo))
 {
 }
@@ -42,7 +50,7 @@ NSRef<NSString> NSException::reason() const
 {
     return mContent->reason;
 }
-NSId NSException::userInfo() const
+NSRef<NSDictionary> NSException::userInfo() const
 {
     return mContent->userInfo;
 }
