@@ -201,7 +201,7 @@ template<typename T> T* NSArgument::objectAs() const
     if constexpr (std::is_same_v<T, NSObject>)
         return object;
     else {
-        T* cast = dynamic_cast<T*>(object);
+        T* cast = NSDowncast<T>(object);
         if (object && !cast)
             wrongClass(*object);
         return cast;

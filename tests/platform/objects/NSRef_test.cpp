@@ -64,6 +64,14 @@ TEST_F(NSRefTest, ConvertsToBaseAndProtocolAndBack)
     EXPECT_TRUE(NSCast<LoudTrack>(object));
 }
 
+TEST_F(NSRefTest, CastsToTheClassTheObjectWasMadeAsAndToThoseAboveIt)
+{
+    NSId loud = NSMake<LoudTrack>();
+    EXPECT_EQ(NSCast<LoudTrack>(loud), loud);
+    EXPECT_EQ(NSCast<Track>(loud), loud);
+    EXPECT_FALSE(NSCast<LoudTrack>(NSId(NSMake<Track>())));
+}
+
 TEST_F(NSRefTest, CastsToNullWhenTheObjectIsNoSuchThing)
 {
     NSId plain = NSMake<NSObject>();
