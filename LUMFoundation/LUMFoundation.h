@@ -5,6 +5,7 @@
 
 #include "LUMFoundation/LUMAbsoluteTimeGetCurrent.h"
 #include "LUMFoundation/LUMConstants.h"
+#include "LUMFoundation/LUMError.h"
 #include "LUMFoundation/LUMExport.h"
 #include "LUMFoundation/LUMOSVersion.h"
 #include "LUMFoundation/LUMRateReporter.h"

@@ -1,0 +1,18 @@
+#include "core/status_error.h"
+
+#include "platform/values/errno_status.h"
+
+namespace lum {
+
+Failure fail(NSRef<NSError>* error, OSStatus status)
+{
+    platform::fail(error, status);
+    return {};
+}
+
+OSStatus statusOfErrno(int errnoValue)
+{
+    return platform::statusFromErrno(errnoValue);
+}
+
+}
