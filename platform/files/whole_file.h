@@ -10,7 +10,7 @@ namespace platform {
 /// The bytes of a file, from malloc.
 struct FileContent {
     struct Free {
-        void operator()(std::byte* bytes) const { std::free(bytes); }
+        void operator()(std::byte* memory) const { std::free(memory); }
     };
     std::unique_ptr<std::byte[], Free> bytes;
     std::size_t length = 0;
