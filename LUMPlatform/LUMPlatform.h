@@ -25,6 +25,8 @@
 #include "LUMPlatform/NSMethod.h"
 #include "LUMPlatform/NSMethodSignature.h"
 #include "LUMPlatform/NSMutableString.h"
+#include "LUMPlatform/NSNotification.h"
+#include "LUMPlatform/NSNotificationCenter.h"
 #include "LUMPlatform/NSNull.h"
 #include "LUMPlatform/NSNumber.h"
 #include "LUMPlatform/NSObject.h"
