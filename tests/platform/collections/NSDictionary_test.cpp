@@ -11,7 +11,6 @@
 
 namespace {
 
-using testing::ElementsAre;
 
 struct NSDictionaryTest : ObjectTest {
     NSRef<NSDictionary> dictionary = NSDictionary::of({ { "a", 1 }, { "b", "two" } });
