@@ -9,7 +9,7 @@
 template<typename Action> std::string raisedBy(const Action& action)
 {
     try {
-        action();
+        static_cast<void>(action());
     } catch (const NSException& exception) {
         return exception.what();
     }
