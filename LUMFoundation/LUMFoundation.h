@@ -4,6 +4,8 @@
 #include "LUMPlatform/LUMPlatform.h"
 
 #include "LUMFoundation/LUMAbsoluteTimeGetCurrent.h"
+#include "LUMFoundation/LUMArray.h"
+#include "LUMFoundation/LUMArray_Deprecated.h"
 #include "LUMFoundation/LUMConstants.h"
 #include "LUMFoundation/LUMError.h"
 #include "LUMFoundation/LUMExport.h"

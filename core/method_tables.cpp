@@ -1,5 +1,6 @@
 #include "core/method_tables.h"
 
+#include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSClass.h"
 
 namespace {
@@ -8,6 +9,16 @@ namespace {
 [[gnu::constructor]] void giveMethodTables()
 {
     NSObject::classObject().extend(lum::mainThreadProxyMethods());
+
+    const NSClass& array = NSArray::classObject();
+    array.extend(lum::arrayMethods());
+    array.extend(lum::arrayPerformingMethods());
+    array.extend(lum::arraySearchMethods());
+    array.extend(lum::deprecatedArrayMethods());
+
+    const NSClass& mutableArray = NSMutableArray::classObject();
+    mutableArray.extend(lum::mutableArrayMethods());
+    mutableArray.extend(lum::deprecatedMutableArrayMethods());
 }
 
 }

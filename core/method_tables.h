@@ -8,4 +8,12 @@ namespace lum {
 /// classes they extend.
 std::span<const NSMethod> mainThreadProxyMethods();
 
+std::span<const NSMethod> arrayMethods();
+std::span<const NSMethod> arrayPerformingMethods();
+std::span<const NSMethod> arraySearchMethods();
+std::span<const NSMethod> deprecatedArrayMethods();
+
+std::span<const NSMethod> mutableArrayMethods();
+std::span<const NSMethod> deprecatedMutableArrayMethods();
+
 }

@@ -1,0 +1,8 @@
+#include "core/CompareObjectsWithSelector.h"
+
+#include "LUMPlatform/NSSend.h"
+
+std::int32_t lum::CompareObjectsWithSelector(const NSId& first, const NSId& second, NSSelector selector)
+{
+    return NSSend<std::int32_t>(first, selector, second);
+}
