@@ -18,6 +18,7 @@
 #include "LUMPlatform/NSFastEnumeration.h"
 #include "LUMPlatform/NSFileManager.h"
 #include "LUMPlatform/NSFormatArgument.h"
+#include "LUMPlatform/NSFormatter.h"
 #include "LUMPlatform/NSIndexSet.h"
 #include "LUMPlatform/NSInvocation.h"
 #include "LUMPlatform/NSLock.h"
