@@ -13,6 +13,8 @@
 #include "LUMFoundation/LUMJobDelegate.h"
 #include "LUMFoundation/LUMJobQueue.h"
 #include "LUMFoundation/LUMJobQueueDelegate.h"
+#include "LUMFoundation/LUMNotificationCenter.h"
+#include "LUMFoundation/LUMNotificationCenterCategory.h"
 #include "LUMFoundation/LUMOSVersion.h"
 #include "LUMFoundation/LUMRateReporter.h"
 #include "LUMFoundation/OVFileWatcher.h"

@@ -2,6 +2,7 @@
 
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSNotificationCenter.h"
 
 namespace {
 
@@ -9,6 +10,7 @@ namespace {
 [[gnu::constructor]] void giveMethodTables()
 {
     NSObject::classObject().extend(lum::mainThreadProxyMethods());
+    NSNotificationCenter::classObject().extend(lum::notificationCenterMethods());
 
     const NSClass& array = NSArray::classObject();
     array.extend(lum::arrayMethods());

@@ -7,6 +7,7 @@ namespace lum {
 /// The tables of the extension sets, each defined beside its set. core/method_tables.cpp gives them to the
 /// classes they extend.
 std::span<const NSMethod> mainThreadProxyMethods();
+std::span<const NSMethod> notificationCenterMethods();
 
 std::span<const NSMethod> arrayMethods();
 std::span<const NSMethod> arrayPerformingMethods();

@@ -1,0 +1,17 @@
+#include "LUMFoundation/LUMNotificationCenter.h"
+
+#include "LUMPlatform/NSClass.h"
+
+const NSClass& LUMNotificationCenter::classObject()
+{
+    static const NSClass& type =
+        NSClass::define("LUMNotificationCenter", &NSNotificationCenter::classObject(), {});
+    return type;
+}
+
+void LUMNotificationCenter::addObserver(
+    const NSId& observer, NSSelector selector, const NSRef<NSString>& name, const NSId& object)
+{
+    removeObserver(observer, name, object);
+    NSNotificationCenter::addObserver(observer, selector, name, object);
+}
