@@ -83,7 +83,8 @@ public:
     NSUInteger mutations() const { return mMutations; }
 
     bool isEqualToArray(const NSRef<NSArray>& other) const; ///< Selector: isEqualToArray:
-    /// Equal elements in equal order, whatever the classes of the two arrays.
+    /// Equal elements in equal order, whatever the classes of the two arrays. Raises
+    /// NSInvalidArgumentException when they are nested thousands deep, as one that contains itself is.
     bool isEqual(const NSId& other) const override;
     NSUInteger hash() const override;
     /// "(\n    a,\n    b\n)", inner collections indented; one that contains itself is cut short.
@@ -100,7 +101,7 @@ protected:
     {
         std::vector<NSId> list;
         list.reserve(sizeof...(values));
-        (list.push_back(NSId(values)), ...);
+        (list.push_back(required(NSId(values), "NSArray::of")), ...);
         return list;
     }
     /// Raises NSInvalidArgumentException for null.

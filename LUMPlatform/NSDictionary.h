@@ -66,7 +66,8 @@ public:
     NSUInteger mutations() const;
 
     bool isEqualToDictionary(const NSRef<NSDictionary>& other) const; ///< Selector: isEqualToDictionary:
-    /// Equal values under equal keys, in whatever order and class.
+    /// Equal values under equal keys, in whatever order and class. Raises NSInvalidArgumentException
+    /// when they are nested thousands deep, as one that contains itself is.
     bool isEqual(const NSId& other) const override;
     NSUInteger hash() const override;
     /// "{\n    key = value;\n}", inner collections indented, by ascending key when all keys are strings.

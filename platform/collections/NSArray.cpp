@@ -5,6 +5,7 @@
 #include "LUMPlatform/NSSend.h"
 #include "LUMPlatform/NSString.h"
 #include "platform/collections/collection_enumerator.h"
+#include "platform/collections/comparison_depth.h"
 #include "platform/collections/container_description.h"
 
 #include <algorithm>
@@ -38,11 +39,7 @@ const NSClass& NSArray::classObject()
     return type;
 }
 
-NSArray::NSArray(std::vector<NSId> objects) : mObjects(std::move(objects))
-{
-    for (const NSId& object : mObjects)
-        required(object, "arrayWithObjects:");
-}
+NSArray::NSArray(std::vector<NSId> objects) : mObjects(std::move(objects)) { }
 
 NSArray::~NSArray() = default;
 
@@ -63,6 +60,8 @@ NSRef<NSArray> NSArray::arrayWithArray(const NSRef<NSArray>& array)
 
 NSRef<NSArray> NSArray::arrayWithObjects(std::vector<NSId> objects)
 {
+    for (const NSId& object : objects)
+        required(object, "arrayWithObjects:");
     return NSMake<NSArray>(std::move(objects));
 }
 
@@ -154,12 +153,12 @@ void NSArray::makeObjectsPerformSelectorWithObject(NSSelector selector, const NS
 
 NSRef<NSString> NSArray::componentsJoinedByString(const NSRef<NSString>& separator) const
 {
-    const std::string between = separator ? separator->utf8() : "";
-    std::string joined;
+    std::u16string joined;
     bool first = true;
     for (const NSId& object : *this) {
-        joined += first ? "" : between;
-        joined += object->description()->utf8();
+        if (!first && separator)
+            joined += separator->characters();
+        joined += object->description()->characters();
         first = false;
     }
     return joined;
@@ -176,6 +175,7 @@ bool NSArray::isEqualToArray(const NSRef<NSArray>& other) const
         return true;
     if (!other || other->count() != count())
         return false;
+    const platform::ComparisonDepth depth;
     for (NSUInteger at = 0; at < count() && at < other->count(); ++at) {
         NSId mine = mObjects[at];
         NSId others = other->mObjects[at];

@@ -3,6 +3,7 @@
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSClass.h"
 #include "platform/collections/collection_enumerator.h"
+#include "platform/collections/comparison_depth.h"
 #include "platform/collections/container_description.h"
 #include "platform/collections/hash_table.h"
 
@@ -168,6 +169,7 @@ bool NSDictionary::isEqualToDictionary(const NSRef<NSDictionary>& other) const
         return true;
     if (!other || other->count() != count())
         return false;
+    const platform::ComparisonDepth depth;
     for (const auto& [key, value] : *this) {
         NSId others = other->valueOf(key);
         if (!others || !NSEqual(value, others))

@@ -4,6 +4,7 @@
 #include "LUMPlatform/NSClass.h"
 #include "LUMPlatform/NSEnumerator.h"
 #include "platform/collections/collection_enumerator.h"
+#include "platform/collections/comparison_depth.h"
 #include "platform/collections/container_description.h"
 #include "platform/collections/hash_table.h"
 
@@ -118,6 +119,7 @@ bool NSSet::isEqualToSet(const NSRef<NSSet>& other) const
         return true;
     if (!other || other->count() != count())
         return false;
+    const platform::ComparisonDepth depth;
     for (const NSId& object : *this)
         if (!other->containsObject(object))
             return false;
