@@ -11,7 +11,6 @@
 
 namespace {
 
-
 struct NSDictionaryTest : ObjectTest {
     NSRef<NSDictionary> dictionary = NSDictionary::of({ { "a", 1 }, { "b", "two" } });
     NSRef<NSMutableDictionary> changing = NSMutableDictionary::of({ { "a", 1 }, { "b", 2 }, { "c", 3 } });
