@@ -6,8 +6,8 @@
 ///
 /// A subclass writes stringForObjectValue(); one whose field can be edited also reads, by getObjectValue().
 ///
-///     NSRef<NSFormatter> formatter = NSMake<LUMByteCountFormatter>();
-///     label->setText(formatter->stringForObjectValue(NSNumber::numberWithLongLong(bytes)));
+///     NSRef<NSFormatter> formatter = NSMake<TemperatureFormatter>();
+///     label->setText(formatter->stringForObjectValue(NSNumber::numberWithDouble(celsius)));
 class NS_EXPORT NSFormatter : public NSObject {
 public:
     static const NSClass& classObject();
