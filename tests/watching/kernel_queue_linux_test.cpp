@@ -1,75 +1,12 @@
-#include "tests/watching/change_names.h"
-#include "tests/watching/temporary_folder.h"
-#include "watching/kernel_queue.h"
+#include "tests/watching/kernel_queue_fixture.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
-#include <map>
-#include <optional>
 #include <sys/mount.h>
 #include <sys/syscall.h>
-#include <unistd.h>
 
 namespace lum {
 
-using namespace std::chrono_literals;
-namespace fs = std::filesystem;
-
-/// Real files, on the file system of temporary files and on the one in memory.
-class KernelQueueTest : public testing::TestWithParam<std::string> {
-public:
-    using Token = KernelQueue::Token;
-
-    void SetUp() override
-    {
-        const std::string parent =
-            GetParam() == "Temporary" ? fs::temp_directory_path().string() : "/dev/shm";
-        if (access(parent.c_str(), W_OK) != 0)
-            GTEST_SKIP() << "no folder " << parent;
-        folder.emplace(parent);
-        queue = KernelQueue::open();
-        ASSERT_TRUE(queue);
-        writeFile(*folder / "end", "");
-        mEnd = add("end", kVnodeWrite);
-        writeFile(*folder / "file", "0123456789");
-    }
-
-    std::string path(std::string_view name) const { return *folder / name; }
-
-    Token add(const std::string& name, uint32_t changes = kEveryChange)
-    {
-        EXPECT_TRUE(queue->add(++mLastToken, name.starts_with('/') ? name : path(name), changes)) << name;
-        return mLastToken;
-    }
-
-    /// What has been reported up to now, as in "file:WRITE EXTEND": one list for each wait and path.
-    std::string report(const std::map<Token, std::string>& names)
-    {
-        // Events come in order, so nothing can follow the news of a last write of our own.
-        std::ofstream(path("end"), std::ios::app) << '.';
-        std::string text;
-        const auto deadline = std::chrono::steady_clock::now() + 20s;
-        for (bool hasEnded = false; !hasEnded && std::chrono::steady_clock::now() < deadline;) {
-            for (const KernelQueue::Event& event : queue->wait(1s)) {
-                hasEnded |= event.token == mEnd;
-                if (names.count(event.token))
-                    text += (text.empty() ? "" : " ") + names.at(event.token) + changeNames(event.changes);
-            }
-        }
-        return text;
-    }
-    std::string report(Token token) { return report({ { token, "" } }); }
-
-    std::optional<TemporaryFolder> folder;
-    std::unique_ptr<KernelQueue> queue;
-
-private:
-    Token mLastToken = 0;
-    Token mEnd = 0;
-};
-
-INSTANTIATE_TEST_SUITE_P(FileSystems, KernelQueueTest, testing::Values("Temporary", "Memory"),
-    [](const auto& row) { return row.param; });
+INSTANTIATE_TEST_SUITE_P(FileSystems, KernelQueueTest, bothFileSystems(), fileSystemName);
 
 TEST_P(KernelQueueTest, ReportsAWriteInPlace)
 {
@@ -186,76 +123,6 @@ TEST_P(KernelQueueTest, ReportsASaveWithABackupAsARename)
     fs::rename(path("file"), path("file~"));
     writeFile(path("file"), "abc");
     EXPECT_EQ(report(token), "RENAME");
-}
-
-TEST_P(KernelQueueTest, ReportsChangesOfAFoldersList)
-{
-    fs::create_directory(path("dir"));
-    const Token token = add("dir");
-    writeFile(path("dir/a"), "");
-    EXPECT_EQ(report(token), "WRITE");
-    fs::rename(path("dir/a"), path("dir/b"));
-    EXPECT_EQ(report(token), "WRITE");
-    fs::rename(path("dir/b"), path("b"));
-    EXPECT_EQ(report(token), "WRITE");
-    fs::rename(path("b"), path("dir/b"));
-    EXPECT_EQ(report(token), "WRITE");
-    fs::remove(path("dir/b"));
-    EXPECT_EQ(report(token), "WRITE");
-}
-
-TEST_P(KernelQueueTest, ReportsNothingForChangesInsideAChild)
-{
-    fs::create_directory(path("dir"));
-    writeFile(path("dir/a"), "");
-    const Token token = add("dir");
-    appendToFile(path("dir/a"), "abc");
-    chmod(path("dir/a").c_str(), 0600);
-    EXPECT_EQ(report(token), "");
-}
-
-TEST_P(KernelQueueTest, ReportsSubfoldersAsLinks)
-{
-    fs::create_directory(path("dir"));
-    const Token token = add("dir");
-    fs::create_directory(path("dir/a"));
-    EXPECT_EQ(report(token), "WRITE LINK");
-    fs::rename(path("dir/a"), path("dir/b"));
-    EXPECT_EQ(report(token), "WRITE");
-    fs::remove(path("dir/b"));
-    EXPECT_EQ(report(token), "WRITE LINK");
-}
-
-TEST_P(KernelQueueTest, ReportsAttributesRenameAndRemovalOfAFolder)
-{
-    fs::create_directory(path("dir"));
-    const Token token = add("dir");
-    chmod(path("dir").c_str(), 0700);
-    EXPECT_EQ(report(token), "ATTRIB");
-    fs::rename(path("dir"), path("other"));
-    EXPECT_EQ(report(token), "RENAME");
-    fs::remove(path("other"));
-    EXPECT_EQ(report(token), "DELETE");
-}
-
-TEST_P(KernelQueueTest, ReportsTheRemovalOfAFullFolder)
-{
-    fs::create_directory(path("dir"));
-    writeFile(path("dir/a"), "");
-    const Token token = add("dir");
-    fs::remove_all(path("dir"));
-    EXPECT_EQ(report(token), "WRITE DELETE");
-}
-
-TEST_P(KernelQueueTest, ReportsTheRemovalOfAFolderThatIsHeldOpen)
-{
-    fs::create_directory(path("dir"));
-    const Token token = add("dir");
-    const int held = open(path("dir").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    fs::remove(path("dir"));
-    EXPECT_EQ(report(token), "DELETE");
-    close(held);
-    EXPECT_EQ(report(token), "");
 }
 
 TEST_P(KernelQueueTest, ReportsOneFileUnderEachOfItsEntries)
