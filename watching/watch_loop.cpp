@@ -92,12 +92,10 @@ NSRef<NSString> WatchLoop::pathOf(Token token) const
 
 void WatchLoop::run(const Report& report)
 {
-    if (mIsRunning.exchange(true))
-        return;
-    struct Running {
-        std::atomic<bool>& isRunning;
-        ~Running() { isRunning = false; }
-    } const running { mIsRunning };
+    struct Claim {
+        std::atomic<bool>& isClaimed;
+        ~Claim() { isClaimed = false; }
+    } const claim { mIsClaimed };
     while (mKeepsRunning) {
         try {
             pass(report);

@@ -32,9 +32,12 @@ public:
     /// The paths that could be opened, in the order they were added.
     NSRef<NSArray> paths() const NS_EXCLUDES(mLock);
 
+    /// Whether the caller may run the loop, which one thread at a time does: from now until its run() has
+    /// ended.
+    bool claim() { return !mIsClaimed.exchange(true); }
     /// Reports events, one after another and with no lock held, until stop(), and then gives the queue back.
     /// An NSException out of `report` is logged; any other exception ends the loop and leaves the queue as it
-    /// is. Does nothing while it runs already.
+    /// is.
     void run(const Report& report);
     /// Has run() end at its next event. Never waits.
     void stop();
@@ -53,7 +56,7 @@ private:
 
     const std::unique_ptr<KernelQueue> mQueue;
     std::atomic<bool> mKeepsRunning = true;
-    std::atomic<bool> mIsRunning = false;
+    std::atomic<bool> mIsClaimed = false;
     std::deque<KernelQueue::Event> mPending; // of the thread
 
     mutable platform::Mutex mLock;
