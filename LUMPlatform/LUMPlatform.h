@@ -43,3 +43,4 @@
 #include "LUMPlatform/NSThreadPerformAdditions.h"
 #include "LUMPlatform/NSTypes.h"
 #include "LUMPlatform/NSWeak.h"
+#include "LUMPlatform/NSWorkspace.h"
