@@ -20,4 +20,5 @@
 #include "LUMFoundation/LUMOSVersion.h"
 #include "LUMFoundation/LUMRateReporter.h"
 #include "LUMFoundation/OVFileWatcher.h"
+#include "LUMFoundation/OVKQueue.h"
 #include "LUMFoundation/OVMainThreadProxy.h"

@@ -1,0 +1,92 @@
+#include "watching/watch_delivery.h"
+
+#include "LUMFoundation/OVFileWatcher.h"
+#include "LUMFoundation/OVMainThreadProxy.h"
+#include "LUMPlatform/NSDictionary.h"
+#include "LUMPlatform/NSNotificationCenter.h"
+#include "LUMPlatform/NSSend.h"
+#include "LUMPlatform/NSThread.h"
+#include "LUMPlatform/NSWorkspace.h"
+#include "watching/vnode_changes.h"
+
+namespace lum {
+
+using platform::MutexLock;
+
+namespace {
+
+struct ReportName {
+    VnodeChange change;
+    const NSStringConstant& name;
+};
+
+// In the order of the reports.
+constexpr ReportName kReportNames[] = {
+    { kVnodeRename, OVFileWatcherRenameNotification },
+    { kVnodeWrite, OVFileWatcherWriteNotification },
+    { kVnodeDelete, OVFileWatcherDeleteNotification },
+    { kVnodeAttrib, OVFileWatcherAttributeChangeNotification },
+    { kVnodeExtend, OVFileWatcherSizeIncreaseNotification },
+    { kVnodeLink, OVFileWatcherLinkCountChangeNotification },
+    { kVnodeRevoke, OVFileWatcherAccessRevocationNotification },
+};
+
+}
+
+WatchDelivery::WatchDelivery(NSWeak<NSObject> watcher) : mWatcher(std::move(watcher)) { }
+
+NSId WatchDelivery::delegate() const
+{
+    const MutexLock lock(mLock);
+    return mDelegate.get();
+}
+
+NSId WatchDelivery::delegateProxy() const
+{
+    const MutexLock lock(mLock);
+    return mDelegateProxy;
+}
+
+void WatchDelivery::setDelegate(const NSId& delegate)
+{
+    NSId proxy = OVMainThreadProxy::copyMainThreadProxy(delegate);
+    const MutexLock lock(mLock);
+    mDelegate = delegate;
+    std::swap(mDelegateProxy, proxy); // the old one is let go behind the lock
+}
+
+void WatchDelivery::deliverChanges(const NSRef<NSString>& path, uint32_t changes)
+{
+    NSWorkspace::sharedWorkspace()->noteFileSystemChanged(path);
+    for (const ReportName& report : kReportNames) {
+        if (changes & report.change)
+            deliver(report.name, path);
+    }
+}
+
+void WatchDelivery::deliver(const NSRef<NSString>& name, const NSRef<NSString>& path)
+{
+    const bool hasDelegate = delegateProxy() && tellDelegate(name, path);
+    if (hasDelegate && !mAlwaysNotify)
+        return;
+    if (const NSId watcher = mWatcher.get())
+        NSWorkspace::sharedWorkspace()->notificationCenter()->postNotificationName(
+            name, watcher, NSDictionary::of({ { "path", path } }));
+}
+
+/// Returns whether there still is a delegate after the message. A delegate is only touched on the main
+/// thread, so it never ends on the watcher's.
+bool WatchDelivery::tellDelegate(const NSRef<NSString>& name, const NSRef<NSString>& path)
+{
+    static const NSSelector kReceived("watcher:receivedNotification:forPath:");
+    return NSThread::performOnMainThreadAndWait([&] {
+        // Whoever watches may have ended while the report was waiting, and must then hear no more of it.
+        const NSId watcher = mWatcher.get();
+        const NSId proxy = delegateProxy();
+        if (watcher && proxy)
+            NSSend(proxy, kReceived, watcher, name, path);
+        return delegateProxy() && delegate();
+    });
+}
+
+}
