@@ -11,6 +11,7 @@
 #include "LUMFoundation/LUMDurationFormatter.h"
 #include "LUMFoundation/LUMError.h"
 #include "LUMFoundation/LUMExport.h"
+#include "LUMFoundation/LUMIncomingFolderWatcher.h"
 #include "LUMFoundation/LUMJob.h"
 #include "LUMFoundation/LUMJobDelegate.h"
 #include "LUMFoundation/LUMJobQueue.h"
