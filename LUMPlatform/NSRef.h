@@ -93,6 +93,8 @@ public:
     /// Gives up ownership without releasing; the caller owns one count.
     [[nodiscard]] T* leak() noexcept { return std::exchange(mObject, nullptr); }
 
+    friend void swap(NSRef& a, NSRef& b) noexcept { std::swap(a.mObject, b.mObject); }
+
     /// Identity, not equality: the same object, or both null. See isEqual.
     template<typename U> friend bool operator==(const NSRef& a, const NSRef<U>& b)
     {

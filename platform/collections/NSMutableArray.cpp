@@ -191,7 +191,7 @@ void NSMutableArray::exchangeObjectAtIndex(NSUInteger first, NSUInteger second)
     for (NSUInteger index : { first, second })
         if (index >= count())
             raiseRange("exchangeObjectAtIndex:withObjectAtIndex:", index);
-    std::swap(mObjects[first], mObjects[second]);
+    swap(mObjects[first], mObjects[second]);
     ++mMutations;
 }
 

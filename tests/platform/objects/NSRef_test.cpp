@@ -44,6 +44,15 @@ TEST_F(NSRefTest, SurvivesAssigningItself)
     EXPECT_EQ(track->title()->utf8(), "a");
 }
 
+TEST_F(NSRefTest, SwapsWithAnother)
+{
+    auto a = NSMake<Track>("a");
+    NSRef<Track> none;
+    swap(a, none);
+    EXPECT_FALSE(a);
+    EXPECT_EQ(none->title()->utf8(), "a");
+}
+
 TEST_F(NSRefTest, IsEmptyBeforeItsObjectDies)
 {
     auto holder = std::make_unique<NSRef<Track>>(NSMake<Track>());
