@@ -20,14 +20,12 @@ NSUInteger NSArraySearch(
         return count;
     if (compare(value, sorted->objectAtIndex(0), context) < 0)
         return 0;
-    NSUInteger low = 0; // what comes before is less
-    NSUInteger high = count - 1; // it and what comes after are not
-    while (low < high) {
-        const NSUInteger middle = low + (high - low) / 2;
-        if (isLess(middle))
-            low = middle + 1;
-        else
-            high = middle;
+    // Halving without a branch on what the comparison said, which would be guessed wrongly every other time.
+    NSUInteger low = 0; // what comes before is less, and one of it and the `length` next is the answer
+    for (NSUInteger length = count - 1; length > 0;) {
+        const NSUInteger half = (length + 1) / 2;
+        low += isLess(low + half - 1) ? half : 0;
+        length -= half;
     }
     return low;
 }

@@ -4,6 +4,7 @@
 #include "LUMPlatform/NSNumber.h"
 #include "tests/fixture.h"
 #include "tests/raised_by.h"
+#include "tests/vector_file.h"
 
 #include <sstream>
 
@@ -55,7 +56,7 @@ TEST_F(NSArraySearchTest, AsksTheFirstElementNextWithTheValueInFront)
 
 TEST_F(NSArraySearchTest, AsksTheElementsBetweenWithTheValueBehind)
 {
-    EXPECT_EQ(callsFor(NSArray::of(1, 3, 5), 4), "5?4 4?1 3?4 ");
+    EXPECT_EQ(callsFor(NSArray::of(1, 3, 5), 4), "5?4 4?1 1?4 3?4 ");
 }
 
 TEST_F(NSArraySearchTest, AsksAboutAsOftenAsTheCountCanBeHalved)
@@ -91,5 +92,20 @@ TEST_F(NSArraySearchTest, RaisesWhenTheFunctionEmptiesTheArray)
     };
     EXPECT_EQ(nameRaisedBy([&] { NSArraySearch(array, 1, emptying, array.get()); }), "NSRangeException");
 }
+
+class BinarySearchVectors : public testing::TestWithParam<vectors::Row> { };
+
+TEST_P(BinarySearchVectors, FindsTheExpectedIndex)
+{
+    auto array = NSMutableArray::array();
+    for (const vectors::Json& item : GetParam().json("array").items)
+        array->addObject(item.number);
+    const NSRef<NSNumber> value = GetParam().number("value");
+    EXPECT_EQ(NSArraySearch(array, value, &ascending, nullptr),
+        static_cast<NSUInteger>(GetParam().number("index")));
+}
+
+INSTANTIATE_TEST_SUITE_P(BinarySearch, BinarySearchVectors, testing::ValuesIn(vectors::load("bsearch.tsv")),
+    [](const auto& row) { return row.param.name(); });
 
 }
