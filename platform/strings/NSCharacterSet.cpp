@@ -92,7 +92,7 @@ bool NSCharacterSet::longCharacterIsMember(char32_t character) const
 
 bool NSCharacterSet::isEqual(const NSId& other) const
 {
-    const auto* set = dynamic_cast<const NSCharacterSet*>(other.get());
+    const NSCharacterSet* set = NSDowncast<NSCharacterSet>(other.get());
     return set && *set->mCharacters == *mCharacters;
 }
 

@@ -8,7 +8,7 @@
 #include "platform/strings/utf16_compare.h"
 #include "platform/strings/utf_conversion.h"
 
-#include <algorithm>
+#include <cstring>
 #include <new>
 
 namespace platform {
@@ -35,6 +35,12 @@ NSRef<NSArray> arrayOf(std::span<const std::u16string_view> pieces)
 
 namespace {
 
+/// One memcmp; the comparison of the standard library goes unit by unit.
+bool areSameUnits(std::u16string_view a, std::u16string_view b)
+{
+    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0;
+}
+
 std::u16string descriptionOf(const NSObject& object)
 {
     return std::u16string(platform::charactersOf(object.description()));
@@ -44,13 +50,16 @@ std::u16string descriptionOf(const NSObject& object)
 
 NSString::~NSString() = default;
 
-/// Makes a string of `length` code units, which `fill` writes.
+/// Makes a string of `length` code units, which `fill` writes; null when it answers that it could not.
 template<typename Fill> NSRef<NSString> NSString::make(std::size_t length, Fill fill)
 {
     using Instance = NSInstance<NSString>;
     void* memory = ::operator new(sizeof(Instance) + length * sizeof(char16_t));
     auto* characters = reinterpret_cast<char16_t*>(static_cast<std::byte*>(memory) + sizeof(Instance));
-    fill(characters);
+    if (!fill(characters)) {
+        ::operator delete(memory);
+        return nullptr;
+    }
     return NSAdopt<NSString>(::new (memory) Instance(std::u16string_view(characters, length)));
 }
 
@@ -66,16 +75,16 @@ NSRef<NSString> NSString::stringWithString(const NSRef<NSString>& text)
 
 NSRef<NSString> NSString::stringWithUTF8String(std::string_view utf8)
 {
-    std::optional<std::size_t> length = platform::utf16LengthOfUtf8(utf8);
-    if (!length)
-        return nullptr;
-    return make(*length, [&](char16_t* out) { platform::convertWellFormedUtf8(utf8, out); });
+    return make(platform::utf16LengthOfWellFormed(utf8),
+        [&](char16_t* out) { return platform::convertUtf8(utf8, out); });
 }
 
 NSRef<NSString> NSString::stringWithCharacters(std::u16string_view characters)
 {
-    return make(
-        characters.size(), [&](char16_t* out) { std::copy(characters.begin(), characters.end(), out); });
+    return make(characters.size(), [&](char16_t* out) {
+        characters.copy(out, characters.size());
+        return true;
+    });
 }
 
 NSRef<NSString> NSString::stringWithFormatArguments(
@@ -83,7 +92,9 @@ NSRef<NSString> NSString::stringWithFormatArguments(
 {
     if (!format)
         return nullptr;
+    constexpr std::size_t kUsualLength = 16;
     std::u16string text;
+    text.reserve(format->length() + kUsualLength * arguments.size());
     platform::appendFormat(text, format->characters(), arguments, descriptionOf);
     return stringWithCharacters(text);
 }
@@ -114,15 +125,15 @@ NSRef<NSString> NSString::substringWithRange(NSRange range) const
 
 bool NSString::isEqualToString(const NSRef<NSString>& other) const
 {
-    return other && other->characters() == characters();
+    return other && areSameUnits(other->characters(), characters());
 }
 
 bool NSString::isEqual(const NSId& other) const
 {
     if (other.get() == this)
         return true;
-    const auto* string = dynamic_cast<const NSString*>(other.get());
-    return string && string->characters() == characters();
+    const NSString* string = NSDowncast<NSString>(other.get());
+    return string && areSameUnits(string->characters(), characters());
 }
 
 NSUInteger NSString::hash() const

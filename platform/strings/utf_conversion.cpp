@@ -1,246 +1,147 @@
 #include "platform/strings/utf_conversion.h"
 
-#include "platform/strings/code_points.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <limits>
+#include <unicode/ustring.h>
 
 namespace platform {
 namespace {
 
-constexpr char32_t kIllFormed = 0xFFFFFFFF;
 constexpr char32_t kReplacement = 0xFFFD;
-constexpr size_t kBlock = 16;
+constexpr size_t kLongest = std::numeric_limits<int32_t>::max();
 
-bool isAsciiBlock(const char* bytes)
+bool isAscii(char byte)
+{
+    return static_cast<unsigned char>(byte) < 0x80;
+}
+bool isAscii(char16_t unit)
+{
+    return unit < 0x80;
+}
+
+template<typename Unit> bool isAsciiBlock(const Unit* block)
 {
     uint64_t words[2];
-    std::memcpy(words, bytes, sizeof words);
-    return ((words[0] | words[1]) & 0x8080808080808080U) == 0;
+    std::memcpy(words, block, sizeof words);
+    return ((words[0] | words[1]) & (sizeof(Unit) == 1 ? 0x8080808080808080U : 0xFF80FF80FF80FF80U)) == 0;
 }
 
-bool isAsciiBlock(const char16_t* units)
+/// Copies the ASCII that `text` begins with, and answers its length: most text is nothing else.
+template<typename From, typename To> size_t convertAscii(std::basic_string_view<From> text, To* out)
 {
-    uint64_t words[4];
-    std::memcpy(words, units, sizeof words);
-    return ((words[0] | words[1] | words[2] | words[3]) & 0xFF80FF80FF80FF80U) == 0;
+    constexpr size_t kBlock = 16 / sizeof(From);
+    size_t at = 0;
+    for (; text.size() - at >= kBlock && isAsciiBlock(text.data() + at); at += kBlock)
+        for (size_t i = at; i < at + kBlock; ++i)
+            out[i] = static_cast<To>(text[i]);
+    for (; at < text.size() && isAscii(text[at]); ++at)
+        out[at] = static_cast<To>(text[at]);
+    return at;
 }
 
-/// Reads one code point and moves `at` behind it, or behind the ill-formed piece.
-char32_t decodeUtf8(const char*& at, const char* end)
+/// Adds up what `count` makes of each unit, 2 at most, in counters so narrow that the compiler can add many
+/// at once.
+template<typename Counter, typename Unit, typename Count>
+size_t sum(std::basic_string_view<Unit> text, Count count)
 {
-    auto byteAt = [](const char* p) { return static_cast<unsigned char>(*p); };
-    char32_t first = byteAt(at++);
-    if (first < 0x80)
-        return first;
-    if (first < 0xC2 || first > 0xF4)
-        return kIllFormed;
-
-    // The first continuation byte has a narrower range after four lead bytes; that is what excludes
-    // overlong forms, surrogates and code points that are too large.
-    int more = first < 0xE0 ? 1 : first < 0xF0 ? 2 : 3;
-    char32_t low = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
-    char32_t high = first == 0xED ? 0x9F : first == 0xF4 ? 0x8F : 0xBF;
-    char32_t point = first & (0x3FU >> more);
-    for (; more > 0; --more) {
-        if (at == end)
-            return kIllFormed;
-        char32_t next = byteAt(at);
-        if (next < low || next > high)
-            return kIllFormed;
-        point = (point << 6) | (next & 0x3F);
-        low = 0x80;
-        high = 0xBF;
-        ++at;
+    constexpr size_t kBatch = std::numeric_limits<Counter>::max() / 2;
+    size_t total = 0;
+    while (!text.empty()) {
+        std::basic_string_view<Unit> batch = text.substr(0, kBatch);
+        Counter counter = 0;
+        for (Unit unit : batch)
+            counter = static_cast<Counter>(counter + count(unit));
+        total += counter;
+        text.remove_prefix(batch.size());
     }
-    return point;
+    return total;
 }
 
-/// Reads one code point and moves `at` behind it; a lone surrogate is ill-formed.
-char32_t decodeUtf16(const char16_t*& at, const char16_t* end)
+/// The bytes that `utf16` takes if it is well-formed.
+size_t utf8LengthOfWellFormed(std::u16string_view utf16)
 {
-    char32_t unit = *at++;
-    if ((unit & 0xFFFFF800) != 0xD800)
-        return unit;
-    if (isLeadSurrogate(unit) && at != end && isTrailSurrogate(*at))
-        return 0x10000 + ((unit - 0xD800) << 10) + (char32_t(*at++) - 0xDC00);
-    return kIllFormed;
+    return utf16.size() + sum<uint16_t>(utf16, [](char16_t unit) {
+        bool isHalfOfPair = (unit & 0xF800) == 0xD800; // and takes two of its four bytes
+        return (unit >= 0x80) + ((unit >= 0x800) & !isHalfOfPair);
+    });
 }
 
-char16_t* putUtf16(char32_t point, char16_t* out)
+int32_t lengthForIcu(size_t length)
 {
-    if (point < 0x10000) {
-        *out++ = static_cast<char16_t>(point);
-        return out;
-    }
-    *out++ = static_cast<char16_t>(0xD7C0 + (point >> 10));
-    *out++ = static_cast<char16_t>(0xDC00 + (point & 0x3FF));
-    return out;
+    return static_cast<int32_t>(std::min(length, kLongest));
 }
 
-char* putUtf8(char32_t point, char* out)
+}
+
+size_t utf16LengthOfWellFormed(std::string_view utf8)
 {
-    auto put = [&](char32_t byte) { *out++ = static_cast<char>(static_cast<unsigned char>(byte)); };
-    if (point < 0x80) {
-        put(point);
-    } else if (point < 0x800) {
-        put(0xC0 | (point >> 6));
-        put(0x80 | (point & 0x3F));
-    } else if (point < 0x10000) {
-        put(0xE0 | (point >> 12));
-        put(0x80 | ((point >> 6) & 0x3F));
-        put(0x80 | (point & 0x3F));
-    } else {
-        put(0xF0 | (point >> 18));
-        put(0x80 | ((point >> 12) & 0x3F));
-        put(0x80 | ((point >> 6) & 0x3F));
-        put(0x80 | (point & 0x3F));
-    }
-    return out;
+    return sum<uint8_t>(utf8, [](char byte) {
+        bool isContinuation = static_cast<signed char>(byte) < -64;
+        return !isContinuation + (static_cast<unsigned char>(byte) >= 0xF0);
+    });
 }
 
-struct Measure {
-    size_t length = 0;
-    bool wellFormed = true;
-};
-
-/// The length in UTF-16, each ill-formed piece counted as its replacement.
-Measure measureUtf8(std::string_view utf8)
+bool convertUtf8(std::string_view utf8, char16_t* out)
 {
-    Measure measure;
-    const char* at = utf8.data();
-    const char* end = at + utf8.size();
-    while (at != end) {
-        if (static_cast<size_t>(end - at) >= kBlock && isAsciiBlock(at)) {
-            at += kBlock;
-            measure.length += kBlock;
-            continue;
-        }
-        // One block may take up to a block's worth of characters before the next look for ASCII.
-        for (const char* stop = at + std::min<ptrdiff_t>(kBlock, end - at); at < stop;) {
-            char32_t point = decodeUtf8(at, end);
-            if (point == kIllFormed) {
-                measure.wellFormed = false;
-                point = kReplacement;
-            }
-            measure.length += point < 0x10000 ? 1 : 2;
-        }
-    }
-    return measure;
-}
-
-void convertUtf8(std::string_view utf8, char16_t* out)
-{
-    const char* at = utf8.data();
-    const char* end = at + utf8.size();
-    while (at != end) {
-        if (static_cast<size_t>(end - at) >= kBlock && isAsciiBlock(at)) {
-            for (size_t i = 0; i < kBlock; ++i)
-                out[i] = static_cast<unsigned char>(at[i]);
-            at += kBlock;
-            out += kBlock;
-            continue;
-        }
-        for (const char* stop = at + std::min<ptrdiff_t>(kBlock, end - at); at < stop;) {
-            char32_t point = decodeUtf8(at, end);
-            out = putUtf16(point == kIllFormed ? kReplacement : point, out);
-        }
-    }
-}
-
-Measure measureUtf16(std::u16string_view utf16)
-{
-    Measure measure;
-    const char16_t* at = utf16.data();
-    const char16_t* end = at + utf16.size();
-    while (at != end) {
-        if (static_cast<size_t>(end - at) >= kBlock && isAsciiBlock(at)) {
-            at += kBlock;
-            measure.length += kBlock;
-            continue;
-        }
-        for (const char16_t* stop = at + std::min<ptrdiff_t>(kBlock, end - at); at < stop;) {
-            char32_t point = decodeUtf16(at, end);
-            if (point == kIllFormed) {
-                measure.wellFormed = false;
-                point = kReplacement;
-            }
-            measure.length += point < 0x80 ? 1 : point < 0x800 ? 2 : point < 0x10000 ? 3 : 4;
-        }
-    }
-    return measure;
-}
-
-void convertUtf16(std::u16string_view utf16, char* out)
-{
-    const char16_t* at = utf16.data();
-    const char16_t* end = at + utf16.size();
-    while (at != end) {
-        if (static_cast<size_t>(end - at) >= kBlock && isAsciiBlock(at)) {
-            for (size_t i = 0; i < kBlock; ++i)
-                out[i] = static_cast<char>(at[i]);
-            at += kBlock;
-            out += kBlock;
-            continue;
-        }
-        for (const char16_t* stop = at + std::min<ptrdiff_t>(kBlock, end - at); at < stop;) {
-            char32_t point = decodeUtf16(at, end);
-            out = putUtf8(point == kIllFormed ? kReplacement : point, out);
-        }
-    }
-}
-
-}
-
-std::optional<size_t> utf16LengthOfUtf8(std::string_view utf8)
-{
-    Measure measure = measureUtf8(utf8);
-    return measure.wellFormed ? std::optional(measure.length) : std::nullopt;
-}
-
-void convertWellFormedUtf8(std::string_view utf8, char16_t* out)
-{
-    convertUtf8(utf8, out);
+    size_t done = convertAscii(utf8, out);
+    utf8.remove_prefix(done);
+    if (utf8.empty())
+        return true;
+    UErrorCode error = U_ZERO_ERROR;
+    u_strFromUTF8(out + done, lengthForIcu(utf16LengthOfWellFormed(utf8)), nullptr, utf8.data(),
+        lengthForIcu(utf8.size()), &error);
+    return U_SUCCESS(error) && utf8.size() <= kLongest;
 }
 
 std::optional<std::u16string> utf16FromUtf8(std::string_view utf8)
 {
-    Measure measure = measureUtf8(utf8);
-    if (!measure.wellFormed)
-        return std::nullopt;
-    std::u16string text(measure.length, u'\0');
-    convertUtf8(utf8, text.data());
-    return text;
+    std::u16string text(utf16LengthOfWellFormed(utf8), u'\0');
+    return convertUtf8(utf8, text.data()) ? std::optional(std::move(text)) : std::nullopt;
 }
 
 std::u16string utf16FromUtf8Replacing(std::string_view utf8)
 {
-    std::u16string text(measureUtf8(utf8).length, u'\0');
-    convertUtf8(utf8, text.data());
+    if (utf8.size() > kLongest)
+        return {};
+    std::u16string text(utf8.size(), u'\0'); // no piece is shorter than its replacement
+    int32_t length = 0;
+    UErrorCode error = U_ZERO_ERROR;
+    u_strFromUTF8WithSub(text.data(), lengthForIcu(text.size()), &length, utf8.data(),
+        lengthForIcu(utf8.size()), kReplacement, nullptr, &error);
+    text.resize(U_SUCCESS(error) ? static_cast<size_t>(length) : 0);
     return text;
 }
 
 std::optional<std::string> utf8FromUtf16(std::u16string_view utf16)
 {
-    Measure measure = measureUtf16(utf16);
-    if (!measure.wellFormed)
+    std::string bytes(utf8LengthOfWellFormed(utf16), '\0');
+    size_t done = convertAscii(utf16, bytes.data());
+    if (done == utf16.size())
+        return bytes;
+    if (bytes.size() > kLongest)
         return std::nullopt;
-    std::string bytes(measure.length, '\0');
-    convertUtf16(utf16, bytes.data());
-    return bytes;
+    UErrorCode error = U_ZERO_ERROR;
+    u_strToUTF8(bytes.data() + done, lengthForIcu(bytes.size() - done), nullptr, utf16.data() + done,
+        lengthForIcu(utf16.size() - done), &error);
+    return U_SUCCESS(error) ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 std::string utf8FromUtf16Replacing(std::u16string_view utf16)
 {
-    std::string bytes(measureUtf16(utf16).length, '\0');
-    convertUtf16(utf16, bytes.data());
+    if (std::optional<std::string> bytes = utf8FromUtf16(utf16))
+        return std::move(*bytes);
+    constexpr size_t kMostBytes = 3; // for each unit, replaced or not
+    std::string bytes(utf16.size() * kMostBytes, '\0');
+    if (bytes.size() > kLongest)
+        return {};
+    int32_t length = 0;
+    UErrorCode error = U_ZERO_ERROR;
+    u_strToUTF8WithSub(bytes.data(), lengthForIcu(bytes.size()), &length, utf16.data(),
+        lengthForIcu(utf16.size()), kReplacement, nullptr, &error);
+    bytes.resize(U_SUCCESS(error) ? static_cast<size_t>(length) : 0);
     return bytes;
-}
-
-bool isWellFormedUtf16(std::u16string_view utf16)
-{
-    return measureUtf16(utf16).wellFormed;
 }
 
 }

@@ -10,13 +10,14 @@ namespace platform {
 // Ill-formed text is either refused (null results) or each ill-formed piece becomes one U+FFFD, as the
 // Unicode standard advises: a piece is the longest start of a sequence that could have become well-formed.
 // In UTF-8, surrogates, overlong forms and code points beyond U+10FFFF are ill-formed; in UTF-16, a
-// surrogate without its partner is.
+// surrogate without its partner is. Text of 2 GiB and more is refused, or becomes empty.
 
-/// How many UTF-16 code units `utf8` makes, or null when it is ill-formed.
-std::optional<size_t> utf16LengthOfUtf8(std::string_view utf8);
+/// How many UTF-16 code units `utf8` makes if it is well-formed.
+size_t utf16LengthOfWellFormed(std::string_view utf8);
 
-/// Writes the code units of well-formed `utf8` to `out`, which holds utf16LengthOfUtf8(utf8) units.
-void convertWellFormedUtf8(std::string_view utf8, char16_t* out);
+/// Writes the code units of `utf8` to `out`, which has room for utf16LengthOfWellFormed(utf8). False when
+/// `utf8` is ill-formed; then what stands in `out` is of no use.
+bool convertUtf8(std::string_view utf8, char16_t* out);
 
 /// Null when `utf8` is ill-formed. A byte order mark is kept as U+FEFF.
 std::optional<std::u16string> utf16FromUtf8(std::string_view utf8);
@@ -25,8 +26,5 @@ std::u16string utf16FromUtf8Replacing(std::string_view utf8);
 /// Null when `utf16` is ill-formed.
 std::optional<std::string> utf8FromUtf16(std::u16string_view utf16);
 std::string utf8FromUtf16Replacing(std::u16string_view utf16);
-
-/// True when every surrogate in `utf16` has its partner.
-bool isWellFormedUtf16(std::u16string_view utf16);
 
 }
