@@ -16,6 +16,11 @@ constexpr bool isTrailSurrogate(char32_t unit)
     return (unit & 0xFFFFFC00) == 0xDC00;
 }
 
+constexpr char16_t asciiLowercase(char16_t unit)
+{
+    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 0x20) : unit;
+}
+
 /// Whether `at` lies between the two halves of a pair.
 constexpr bool isInsidePair(std::u16string_view text, size_t at)
 {

@@ -2,6 +2,7 @@
 
 #include "platform/strings/code_points.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <unicode/unorm2.h>
 #include <unicode/ustring.h>
@@ -23,33 +24,16 @@ const UNormalizer2* decomposition()
     return instance;
 }
 
-/// Runs an ICU text function that is told the room and answers with the room it needs.
-template<typename Function> std::u16string resultOf(std::u16string_view source, Function function)
+/// Whether asciiLowercase is all of folding: ASCII and the marks of Latin letters, but not U+0345, which
+/// folds to a letter.
+bool foldsAsAsciiDoes(char16_t unit)
 {
-    std::u16string result(source.size() * 3 + 4, u'\0');
-    for (;;) {
-        UErrorCode error = U_ZERO_ERROR;
-        int32_t length = function(result.data(), static_cast<int32_t>(result.size()), &error);
-        result.resize(static_cast<size_t>(length));
-        if (error != U_BUFFER_OVERFLOW_ERROR)
-            return result;
-    }
+    return unit < 0x80 || (unit >= kFirstMark && unit < 0x370 && unit != 0x345);
 }
 
-std::u16string decomposed(std::u16string_view text)
+int32_t lengthOf(std::u16string_view text)
 {
-    return resultOf(text, [&](char16_t* out, int32_t room, UErrorCode* error) {
-        return unorm2_normalize(
-            decomposition(), text.data(), static_cast<int32_t>(text.size()), out, room, error);
-    });
-}
-
-std::u16string folded(std::u16string_view text)
-{
-    return resultOf(text, [&](char16_t* out, int32_t room, UErrorCode* error) {
-        auto length = static_cast<int32_t>(text.size());
-        return u_strFoldCase(out, room, text.data(), length, U_FOLD_CASE_DEFAULT, error);
-    });
+    return static_cast<int32_t>(text.size());
 }
 
 }
@@ -112,17 +96,61 @@ void ComparisonStream::readSegment()
     char16_t first = mSegment.front();
     if (first < 0x80) {
         mNext = 1;
-        mCurrent = mEquivalence.ignoresCase && first >= u'A' && first <= u'Z' ? first + 0x20 : first;
+        mCurrent = mEquivalence.ignoresCase ? asciiLowercase(first) : first;
         return;
     }
     if (mEquivalence.canonical)
-        mSegment = mStorage = decomposed(mSegment);
-    if (mEquivalence.ignoresCase) {
-        mSegment = mStorage = folded(mSegment);
-        if (mEquivalence.canonical)
-            mSegment = mStorage = decomposed(mSegment);
-    }
+        decompose();
+    if (mEquivalence.ignoresCase)
+        fold();
     mCurrent = static_cast<int>(takeCodePoint(mSegment, mNext));
+}
+
+void ComparisonStream::decompose()
+{
+    if (nextCodePoint(mSegment, 0) < mSegment.size()) {
+        rewrite(mDecomposed, [](std::u16string_view text, char16_t* out, int32_t room, UErrorCode* error) {
+            return unorm2_normalize(decomposition(), text.data(), lengthOf(text), out, room, error);
+        });
+        return;
+    }
+    size_t end = 0;
+    auto point = static_cast<UChar32>(takeCodePoint(mSegment, end));
+    UErrorCode error = U_ZERO_ERROR;
+    int32_t length = unorm2_getDecomposition(decomposition(), point, mDecomposed.data(), kRoom, &error);
+    if (length >= 0)
+        mSegment = { mDecomposed.data(), static_cast<size_t>(length) };
+}
+
+/// What is decomposed stays so: no folding makes a combining mark.
+void ComparisonStream::fold()
+{
+    if (mSegment.size() <= mFolded.size()
+        && std::all_of(mSegment.begin(), mSegment.end(), foldsAsAsciiDoes)) {
+        auto* end = std::transform(mSegment.begin(), mSegment.end(), mFolded.data(), asciiLowercase);
+        mSegment = { mFolded.data(), end };
+        return;
+    }
+    rewrite(mFolded, [](std::u16string_view text, char16_t* out, int32_t room, UErrorCode* error) {
+        return u_strFoldCase(out, room, text.data(), lengthOf(text), U_FOLD_CASE_DEFAULT, error);
+    });
+}
+
+/// Replaces the segment by what an ICU text function makes of it: in `buffer`, or in memory of its own when
+/// that is too small.
+template<typename Function> void ComparisonStream::rewrite(Buffer& buffer, Function function)
+{
+    UErrorCode error = U_ZERO_ERROR;
+    int32_t length = function(mSegment, buffer.data(), kRoom, &error);
+    if (error != U_BUFFER_OVERFLOW_ERROR) {
+        mSegment = { buffer.data(), static_cast<size_t>(length) };
+        return;
+    }
+    error = U_ZERO_ERROR;
+    std::u16string rewritten(static_cast<size_t>(length), u'\0');
+    function(mSegment, rewritten.data(), length, &error);
+    mLong = std::move(rewritten);
+    mSegment = mLong;
 }
 
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -40,18 +41,26 @@ public:
 private:
     static constexpr size_t kLongestSegment = 1024;
 
+    static constexpr int kRoom = 32; // for any one character; longer segments take memory of their own
+    using Buffer = std::array<char16_t, kRoom>;
+
     void readSegment();
+    void decompose();
+    void fold();
+    template<typename Function> void rewrite(Buffer& buffer, Function function);
     size_t findSegmentEnd() const;
 
     std::u16string_view mText;
     Equivalence mEquivalence;
     size_t mStart; // of the segment in mText
     size_t mEnd;
-    std::u16string_view mSegment; // as it counts: a piece of mText, or mStorage
+    std::u16string_view mSegment; // as it counts: a piece of mText, or in one of the buffers below
     size_t mNext = 0; // in mSegment, behind current()
     int mCurrent = kEnd;
     bool mIsAtSegmentStart = true;
-    std::u16string mStorage;
+    Buffer mDecomposed;
+    Buffer mFolded;
+    std::u16string mLong;
 };
 
 /// True when what stands at `at` cannot combine with the character before it; so at the end of the text.

@@ -1,6 +1,10 @@
 #include "platform/strings/utf16_compare.h"
 
+#include "platform/strings/code_points.h"
+
+#include <algorithm>
 #include <cstdint>
+#include <cstring>
 
 namespace platform {
 namespace {
@@ -10,11 +14,6 @@ using Kind = Parting::Kind;
 bool isDigit(char16_t unit)
 {
     return unit >= u'0' && unit <= u'9';
-}
-
-char16_t asciiLowercase(char16_t unit)
-{
-    return unit >= u'A' && unit <= u'Z' ? char16_t(unit + 0x20) : unit;
 }
 
 /// The value of the digits at `at`, which moves behind them.
@@ -47,21 +46,22 @@ private:
     /// alone cannot tell.
     bool walkUnits(Kind& kind)
     {
-        size_t mark = i; // Behind it, only equal units have been passed: both texts can step back to it.
-        for (; i < mFirst.size() && j < mSecond.size(); ++i, ++j) {
-            char16_t x = mFirst[i];
-            char16_t y = mSecond[j];
-            if (mRules.numeric && isDigit(x) && isDigit(y)) {
+        size_t mark =
+            i; // Behind it, what has been passed is of one length in both: they can step back to it.
+        for (;;) {
+            skipEqualUnits();
+            if (mRules.numeric && stepBackToDigits(mark)) {
                 uint64_t left = takeDigits(mFirst, i);
                 uint64_t right = takeDigits(mSecond, j);
                 if (left != right)
                     return part(kind, left < right);
-                mark = i--;
-                --j;
+                mark = i;
                 continue;
             }
-            if (x == y)
-                continue;
+            if (i == mFirst.size() || j == mSecond.size())
+                break;
+            char16_t x = mFirst[i];
+            char16_t y = mSecond[j];
             if (x >= 0x80 || y >= 0x80)
                 break;
             if (mRules.equivalence.ignoresCase) {
@@ -70,12 +70,46 @@ private:
             }
             if (x != y)
                 return part(kind, x < y);
+            ++i;
+            ++j;
         }
         while (i > mark && !(isSegmentStart(mFirst, i) && isSegmentStart(mSecond, j))) {
             --i;
             --j;
         }
         return hasEnded(kind);
+    }
+
+    void skipEqualUnits()
+    {
+        constexpr size_t kWord = sizeof(uint64_t) / sizeof(char16_t);
+        size_t left = std::min(mFirst.size() - i, mSecond.size() - j);
+        for (; left >= kWord && wordAt(mFirst, i) == wordAt(mSecond, j); left -= kWord) {
+            i += kWord;
+            j += kWord;
+        }
+        for (; left > 0 && mFirst[i] == mSecond[j]; --left) {
+            ++i;
+            ++j;
+        }
+    }
+
+    static uint64_t wordAt(std::u16string_view text, size_t at)
+    {
+        uint64_t word;
+        std::memcpy(&word, text.data() + at, sizeof word);
+        return word;
+    }
+
+    /// Steps back to where the digits began that are passed or met here; false when there are none in one of
+    /// the texts.
+    bool stepBackToDigits(size_t mark)
+    {
+        while (i > mark && isDigit(mFirst[i - 1])) {
+            --i;
+            --j;
+        }
+        return i < mFirst.size() && j < mSecond.size() && isDigit(mFirst[i]) && isDigit(mSecond[j]);
     }
 
     /// Passes over whole segments until both texts are at the start of one.

@@ -48,6 +48,23 @@ bool cannotBegin(char16_t here, char16_t wanted)
     return here != wanted && here < 0x80 && wanted < 0x80 && ((here ^ wanted) & ~0x20) != 0;
 }
 
+/// The next place where `wanted` or something beyond ASCII stands.
+size_t skipOtherAscii(std::u16string_view text, size_t at, char16_t wanted)
+{
+    auto isCandidate = [=](char16_t unit) { return (unit >= 0x80) | (unit == wanted); };
+    constexpr size_t kBlock = 16; // which the compiler looks at in one go
+    for (; text.size() - at >= kBlock; at += kBlock) {
+        bool found = false;
+        for (size_t i = at; i < at + kBlock; ++i)
+            found |= isCandidate(text[i]);
+        if (found)
+            break;
+    }
+    while (at < text.size() && !isCandidate(text[at]))
+        ++at;
+    return at;
+}
+
 }
 
 std::optional<TextRange> findText(std::u16string_view text, std::u16string_view sought, SearchRules rules)
@@ -69,9 +86,12 @@ std::optional<TextRange> findText(std::u16string_view text, std::u16string_view 
         return end ? found(0, *end) : std::nullopt;
     }
     if (!rules.backwards) {
-        for (size_t start = 0; start < text.size(); ++start)
-            if (std::optional<size_t> end = matchAt(start))
+        for (size_t start = 0; start < text.size(); ++start) {
+            if (sought[0] < 0x80 && !rules.equivalence.ignoresCase)
+                start = skipOtherAscii(text, start, sought[0]);
+            if (std::optional<size_t> end = start < text.size() ? matchAt(start) : std::nullopt)
                 return found(start, *end);
+        }
         return std::nullopt;
     }
     size_t first = 0;

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+#include <unicode/unistr.h>
+#include <unicode/unorm2.h>
 
 namespace {
 
@@ -93,6 +95,23 @@ TEST(CompareTest, HostileRunOfMarksIsQuick)
         marks += i % 2 ? u'\u0323' : u'\u0301';
     EXPECT_EQ(compareUtf16(marks, marks + u'a', rulesOf(0)), -1);
     EXPECT_EQ(compareUtf16(marks, marks.substr(0, marks.size() - 1), rulesOf(1)), 1);
+}
+
+TEST(CompareTest, FoldingKeepsTextDecomposed)
+{
+    // What the stream relies on: a character that is decomposed folds to itself or to starters that are.
+    UErrorCode error = U_ZERO_ERROR;
+    const UNormalizer2* nfd = unorm2_getNFDInstance(&error);
+    for (UChar32 point = 0; point <= 0x10FFFF; ++point) {
+        icu::UnicodeString character(point);
+        icu::UnicodeString folded = icu::UnicodeString(character).foldCase();
+        if (folded == character
+            || !unorm2_isNormalized(nfd, character.getBuffer(), character.length(), &error))
+            continue;
+        EXPECT_TRUE(unorm2_isNormalized(nfd, folded.getBuffer(), folded.length(), &error)) << point;
+        for (int32_t i = 0; i < folded.length(); i = folded.moveIndex32(i, 1))
+            EXPECT_EQ(u_getCombiningClass(folded.char32At(i)), 0) << point;
+    }
 }
 
 /// The comparison spelled out over whole streams, with no short cut.
