@@ -4,6 +4,7 @@
 #include "LUMPlatform/NSObject.h"
 
 #include <array>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -59,6 +60,9 @@ public:
     static NSRef<NSString> stringWithUTF8String(std::string_view utf8);
     /// Selector: stringWithCharacters:length:
     static NSRef<NSString> stringWithCharacters(std::u16string_view characters);
+    /// A text of `length` units that `write` writes to where they stay; it must write them all.
+    static NSRef<NSString> stringWithLength(
+        NSUInteger length, const std::function<void(char16_t* characters)>& write);
     /// `format` with its conversions replaced by the arguments in turn; null when `format` is null.
     ///
     /// A conversion is "%", then any of the flags "-+ 0#", a width, "." and a precision, a length modifier,

@@ -87,6 +87,12 @@ NSRef<NSString> NSString::stringWithCharacters(std::u16string_view characters)
     });
 }
 
+NSRef<NSString> NSString::stringWithLength(
+    NSUInteger length, const std::function<void(char16_t* characters)>& write)
+{
+    return make(length, write);
+}
+
 NSRef<NSString> NSString::stringWithFormatArguments(
     const NSRef<NSString>& format, std::span<const NSFormatArgument> arguments)
 {

@@ -57,6 +57,15 @@ TEST_F(NSStringTest, KeepsALoneSurrogateAndReplacesItInUtf8)
     EXPECT_EQ(text->utf8(), "a\uFFFDb");
 }
 
+TEST_F(NSStringTest, IsWrittenInPlaceByItsMaker)
+{
+    auto text = NSString::stringWithLength(3, [](char16_t* characters) {
+        for (char16_t unit = u'x'; unit <= u'z'; ++unit)
+            *characters++ = unit;
+    });
+    EXPECT_EQ(text->utf8(), "xyz");
+}
+
 TEST_F(NSStringTest, EmbeddedNulIsACharacter)
 {
     NSRef<NSString> text = std::string_view("a\0b", 3);
