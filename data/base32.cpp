@@ -1,5 +1,6 @@
 #include "data/base32.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -11,7 +12,7 @@ namespace {
 constexpr std::string_view kAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZ234567";
 constexpr std::uint8_t kNoDigit = 0xFF;
 
-using Pair = std::array<char, 2>;
+using Pair = std::array<char16_t, 2>;
 using DigitTable = std::array<std::uint8_t, 256>;
 
 /// Two characters at a time: half the look-ups and stores of one at a time.
@@ -19,7 +20,8 @@ constexpr std::array<Pair, 1024> makePairs()
 {
     std::array<Pair, 1024> pairs {};
     for (std::size_t value = 0; value < pairs.size(); ++value)
-        pairs[value] = { kAlphabet[value >> 5], kAlphabet[value & 31] };
+        pairs[value] = { static_cast<char16_t>(kAlphabet[value >> 5]),
+            static_cast<char16_t>(kAlphabet[value & 31]) };
     return pairs;
 }
 
@@ -50,19 +52,29 @@ std::uint64_t fiveBytes(const std::byte* bytes)
     return group;
 }
 
-void putEightCharacters(std::uint64_t group, char* text)
+void putEightCharacters(std::uint64_t group, char16_t* text)
 {
     for (int i = 0; i < 4; ++i)
-        std::memcpy(text + 2 * i, &kPairs[group >> (30 - 10 * i) & 1023], 2);
+        std::memcpy(text + 2 * i, &kPairs[group >> (30 - 10 * i) & 1023], sizeof(Pair));
 }
 
-/// The 40 bits of eight digits; `seen` collects the digits, so that one test at the end finds what is none.
-std::uint64_t eightDigits(const char* text, const DigitTable& digits, unsigned& seen)
+/// What the digits and the characters looked at had in common; one test at the end finds what does not
+/// belong.
+struct Seen {
+    unsigned digits = 0;
+    unsigned characters = 0;
+
+    bool onlyDigits() const { return digits < 32 && characters < 128; }
+};
+
+/// The 40 bits of eight digits.
+std::uint64_t eightDigits(const char16_t* text, const DigitTable& digits, Seen& seen)
 {
     std::uint64_t group = 0;
     for (int i = 0; i < 8; ++i) {
-        unsigned digit = digits[static_cast<unsigned char>(text[i])];
-        seen |= digit;
+        unsigned digit = digits[text[i] & 0xFF];
+        seen.digits |= digit;
+        seen.characters |= text[i];
         group = group << 5 | digit;
     }
     return group;
@@ -76,7 +88,7 @@ void putBytes(std::uint64_t group, std::byte* bytes, std::size_t count)
 
 }
 
-void encodeBase32(std::span<const std::byte> bytes, char* text)
+void encodeBase32(std::span<const std::byte> bytes, char16_t* text)
 {
     while (bytes.size() >= 5) {
         putEightCharacters(fiveBytes(bytes.data()), text);
@@ -85,14 +97,14 @@ void encodeBase32(std::span<const std::byte> bytes, char* text)
     }
     if (!bytes.empty()) {
         std::array<std::byte, 5> group {};
-        std::array<char, 8> characters;
+        std::array<char16_t, 8> characters;
         std::memcpy(group.data(), bytes.data(), bytes.size());
         putEightCharacters(fiveBytes(group.data()), characters.data());
-        std::memcpy(text, characters.data(), base32Length(bytes.size()));
+        std::copy_n(characters.data(), base32Length(bytes.size()), text);
     }
 }
 
-std::optional<ByteBuffer> decodeBase32(std::string_view text, Base32Digits kind, Reallocate reallocate)
+std::optional<ByteBuffer> decodeBase32(std::u16string_view text, Base32Digits kind, Reallocate reallocate)
 {
     std::size_t rest = text.size() % 8;
     if (rest == 1 || rest == 3 || rest == 6)
@@ -102,21 +114,21 @@ std::optional<ByteBuffer> decodeBase32(std::string_view text, Base32Digits kind,
         return std::nullopt;
 
     const DigitTable& digits = kind == Base32Digits::Strict ? kStrictDigits : kDigitsWithBraces;
-    unsigned seen = 0;
+    Seen seen;
     std::byte* bytes = result.data();
     for (; text.size() >= 8; text.remove_prefix(8), bytes += 5)
         putBytes(eightDigits(text.data(), digits, seen), bytes, 5);
     if (rest > 0) {
-        std::array<char, 8> characters;
-        characters.fill('A'); // the digit 0
-        std::memcpy(characters.data(), text.data(), rest);
+        std::array<char16_t, 8> characters;
+        characters.fill(u'A'); // the digit 0
+        std::copy_n(text.data(), rest, characters.data());
         std::uint64_t group = eightDigits(characters.data(), digits, seen);
         std::size_t count = rest * 5 / 8;
         if (group << (24 + 8 * count) != 0)
             return std::nullopt;
         putBytes(group, bytes, count);
     }
-    if (seen > 31)
+    if (!seen.onlyDigits())
         return std::nullopt;
     return result;
 }

@@ -15,7 +15,7 @@ constexpr std::size_t base32Length(std::size_t size)
 
 /// Writes the base32Length(bytes.size()) characters of the alphabet of RFC 4648 that stand for `bytes`, in
 /// upper case. The bits of a last, partial group are filled up with zeros.
-void encodeBase32(std::span<const std::byte> bytes, char* text);
+void encodeBase32(std::span<const std::byte> bytes, char16_t* text);
 
 /// Which characters a decoder takes for digits.
 enum class Base32Digits {
@@ -28,6 +28,6 @@ enum class Base32Digits {
 /// Null when a character is no digit, padding included, when the length cannot come from the encoder (1, 3 or
 /// 6 modulo 8), when the unused bits of the last digit are not zero, and when there is no memory.
 std::optional<ByteBuffer> decodeBase32(
-    std::string_view text, Base32Digits digits, Reallocate reallocate = std::realloc);
+    std::u16string_view text, Base32Digits digits, Reallocate reallocate = std::realloc);
 
 }

@@ -5,22 +5,23 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <string>
 #include <vector>
 
 namespace {
 
 /// The bytes of `text` bit by bit, by the rules alone; false when it is not one.
-bool plainDecode(std::string_view text, bool braces, std::vector<std::byte>& bytes)
+bool plainDecode(std::u16string_view text, bool braces, std::vector<std::byte>& bytes)
 {
-    constexpr std::string_view kAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZ234567";
+    constexpr std::u16string_view kAlphabet = u"ABCDEFGHIJKLMNOPQRSTUVWXYZ234567";
     std::vector<bool> bits;
-    for (char character : text) {
-        bool brace = character == '{' || character == '|' || character == '}';
-        bool lower = character >= 'a' && character <= 'z';
-        char upper = lower ? static_cast<char>(character - 'a' + 'A') : character;
+    for (char16_t character : text) {
+        bool brace = character == u'{' || character == u'|' || character == u'}';
+        bool lower = character >= u'a' && character <= u'z';
+        char16_t upper = lower ? static_cast<char16_t>(character - u'a' + u'A') : character;
         std::size_t digit = brace && braces ? 0 : kAlphabet.find(upper);
-        if (digit == std::string_view::npos)
+        if (digit == std::u16string_view::npos)
             return false;
         for (int bit = 4; bit >= 0; --bit)
             bits.push_back((digit >> bit & 1) != 0);
@@ -35,7 +36,7 @@ bool plainDecode(std::string_view text, bool braces, std::vector<std::byte>& byt
     return unused < 5; // else the last digit holds no bit of a byte
 }
 
-void decodeAsText(std::string_view text, lum::Base32Digits digits)
+void decode(std::u16string_view text, lum::Base32Digits digits)
 {
     std::vector<std::byte> expected;
     bool good = plainDecode(text, digits == lum::Base32Digits::WithBraces, expected);
@@ -49,12 +50,15 @@ void decodeAsText(std::string_view text, lum::Base32Digits digits)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    std::string_view text(reinterpret_cast<const char*>(data), size);
-    decodeAsText(text, lum::Base32Digits::Strict);
-    decodeAsText(text, lum::Base32Digits::WithBraces);
+    std::u16string text(data, data + size);
+    decode(text, lum::Base32Digits::Strict);
+    decode(text, lum::Base32Digits::WithBraces);
+    std::u16string wide(size / 2, u'?'); // any units, not bytes alone
+    std::memcpy(wide.data(), data, size / 2 * 2);
+    decode(wide, lum::Base32Digits::Strict);
 
     auto bytes = std::as_bytes(std::span(data, size));
-    std::string encoded(lum::base32Length(size), '?');
+    std::u16string encoded(lum::base32Length(size), u'?');
     lum::encodeBase32(bytes, encoded.data());
     auto decoded = lum::decodeBase32(encoded, lum::Base32Digits::Strict);
     require(decoded
