@@ -9,45 +9,70 @@ namespace lum {
 
 namespace {
 
+constexpr std::ptrdiff_t kFullCode = 255;
 constexpr std::size_t kFullBlock = 254; // bytes behind a code of 255
-constexpr std::size_t kWord = sizeof(std::uint64_t);
+constexpr std::ptrdiff_t kWord = sizeof(std::uint64_t);
 constexpr std::size_t kShortBlock = 16; // copied whole, whatever its length
 
-/// The place of the first zero byte of a word in memory order; kWord when it has none.
-std::size_t firstZero(std::uint64_t word)
+/// Marks the bytes of a word that are 0, each by its highest bit; the first byte in memory is the lowest.
+std::uint64_t zerosOf(std::uint64_t word)
 {
     constexpr std::uint64_t kLow = 0x7F7F7F7F7F7F7F7F;
-    std::uint64_t zeros = ~(((word & kLow) + kLow) | word | kLow); // 0x80 where a byte is 0
-    int bits = std::endian::native == std::endian::little ? std::countr_zero(zeros) : std::countl_zero(zeros);
-    return static_cast<std::size_t>(bits) / 8;
+    if constexpr (std::endian::native == std::endian::big)
+        word = __builtin_bswap64(word);
+    return ~(((word & kLow) + kLow) | word | kLow);
 }
 
-/// Copies up to the first zero byte, at most `limit` bytes, and returns how many. May write up to `limit`
-/// bytes.
+/// Where the next byte goes, and where the code of the block that it belongs to.
 ///
-/// Zeros are often near to each other or far from each other: a short run is walked byte by byte, which a
-/// processor predicts well, and only a longer one word by word.
-std::size_t copyRun(const std::byte* from, std::byte* to, std::size_t limit)
-{
-    std::size_t count = 0;
-    for (std::size_t walked = std::min(limit, kWord); count < walked; ++count) {
-        if (from[count] == std::byte(0))
-            return count;
-        to[count] = from[count];
+/// A byte and its place in the output are always as far apart as there are full blocks before, plus one: a
+/// code stands where the zero was that ended the block before it. So words are copied as they are, zeros
+/// included, and codes are put over the zeros.
+struct Encoder {
+    std::byte* code;
+    std::byte* out;
+
+    void endBlockAt(std::byte* place)
+    {
+        *code = static_cast<std::byte>(place - code);
+        code = place;
     }
-    while (limit - count >= kWord) {
+
+    void putByte(std::byte byte)
+    {
+        if (byte == std::byte(0)) {
+            endBlockAt(out++);
+            return;
+        }
+        *out++ = byte;
+        if (out - code == kFullCode)
+            endBlockAt(out++);
+    }
+
+    /// Zeros often come in long runs, of which each is a block with nothing but its code.
+    void endEightBlocks()
+    {
+        endBlockAt(out);
+        std::memset(out, 1, kWord - 1);
+        code = out + kWord - 1;
+    }
+
+    bool wordFits() const { return out - code + kWord < kFullCode; }
+
+    /// To be called only if the block cannot become full within the word.
+    void putWord(const std::byte* bytes)
+    {
         std::uint64_t word;
-        std::memcpy(&word, from + count, kWord);
-        std::memcpy(to + count, &word, kWord);
-        std::size_t place = firstZero(word);
-        count += place;
-        if (place < kWord)
-            return count;
+        std::memcpy(&word, bytes, kWord);
+        std::memcpy(out, &word, kWord);
+        if (word == 0)
+            endEightBlocks();
+        else
+            for (std::uint64_t zeros = zerosOf(word); zeros != 0; zeros &= zeros - 1)
+                endBlockAt(out + std::countr_zero(zeros) / 8);
+        out += kWord;
     }
-    for (; count < limit && from[count] != std::byte(0); ++count)
-        to[count] = from[count];
-    return count;
-}
+};
 
 }
 
@@ -60,21 +85,17 @@ std::optional<ByteBuffer> encodeCOBS(std::span<const std::byte> bytes, Reallocat
 
     const std::byte* in = bytes.data();
     const std::byte* end = in + bytes.size();
-    std::byte* out = result.data();
-    for (;;) {
-        std::size_t limit = std::min(static_cast<std::size_t>(end - in), kFullBlock);
-        std::size_t count = copyRun(in, out + 1, limit);
-        *out = static_cast<std::byte>(count + 1);
-        in += count;
-        out += count + 1;
-        if (count == kFullBlock)
-            continue; // stands for no zero, so another block follows even at the end
-        if (in == end)
-            break;
-        ++in; // the zero
+    Encoder encoder { result.data(), result.data() + 1 };
+    while (in < end) {
+        if (end - in >= kWord && encoder.wordFits()) {
+            encoder.putWord(in);
+            in += kWord;
+        } else
+            encoder.putByte(*in++);
     }
-    *out++ = std::byte(0);
-    result.cut(static_cast<std::size_t>(out - result.data()));
+    encoder.endBlockAt(encoder.out);
+    *encoder.out++ = std::byte(0);
+    result.cut(static_cast<std::size_t>(encoder.out - result.data()));
     return result;
 }
 
@@ -88,7 +109,11 @@ std::optional<ByteBuffer> decodeCOBS(std::span<const std::byte> bytes, Reallocat
     const std::byte* end = in + bytes.size();
     std::byte* out = result.data();
     while (in < end) {
-        std::size_t code = std::max<std::size_t>(std::to_integer<std::size_t>(*in++), 1);
+        auto code = std::to_integer<std::size_t>(*in++);
+        if (code <= 1) {
+            *out++ = std::byte(0);
+            continue;
+        }
         auto left = static_cast<std::size_t>(end - in);
         std::size_t count = std::min(code - 1, left);
         // The output is never ahead of the input, so what can be read can also be written.
