@@ -4,6 +4,12 @@
 
 namespace lum {
 
+namespace {
+
+constexpr std::size_t kNotWorthIt = 64; // bytes that may stay behind the end of a block
+
+}
+
 bool ByteBuffer::grow(std::size_t size)
 {
     if (size > mCapacity || !mBytes) {
@@ -18,7 +24,7 @@ bool ByteBuffer::grow(std::size_t size)
 void ByteBuffer::cut(std::size_t size)
 {
     mSize = std::min(size, mSize);
-    if (mSize < mCapacity)
+    if (mCapacity - mSize > std::max(mCapacity / 8, kNotWorthIt))
         takeBlock(mSize); // if this fails, there is more room than needed
 }
 

@@ -37,7 +37,7 @@ public:
 
     /// False, and nothing changed, when there is no memory. Afterwards there is a block, even for no bytes.
     [[nodiscard]] bool grow(std::size_t size);
-    /// Drops what is behind `size`, and the spare room.
+    /// Drops what is behind `size`, and spare room that is worth it.
     void cut(std::size_t size);
 
     std::byte* data() { return mBytes; }

@@ -34,6 +34,21 @@ TEST(ByteBufferTest, LosesTheEndWhenItIsCut)
     EXPECT_EQ(hex(buffer.bytes()), "01 02");
 }
 
+TEST(ByteBufferTest, GivesSpareRoomBackWhenThereIsMuch)
+{
+    static std::size_t last;
+    ByteBuffer buffer([](void* block, std::size_t size) {
+        last = size;
+        return std::realloc(block, size);
+    });
+    ASSERT_TRUE(buffer.grow(1000));
+    buffer.cut(900);
+    EXPECT_EQ(last, 1000u);
+    buffer.cut(800);
+    EXPECT_EQ(last, 800u);
+    EXPECT_EQ(buffer.size(), 800u);
+}
+
 TEST(ByteBufferTest, HasABlockEvenForNoBytes)
 {
     ByteBuffer buffer;

@@ -217,14 +217,14 @@ TEST_F(StreamMemoryTest, InflationBeginsWithOneAndAHalfTimesTheInput)
 {
     auto stream = unhex(kZlibHello); // 19 bytes
     EXPECT_EQ(text(lum::inflateBytes(stream, Framing::Zlib, memory)), "hello world");
-    EXPECT_EQ(sSizes, (std::vector<std::size_t> { 28, 11 }));
+    EXPECT_EQ(sSizes, (std::vector<std::size_t> { 28 }));
 }
 
 TEST_F(StreamMemoryTest, InflationTakesFewBlocksForManySteps)
 {
     auto stream = unhex("78 9c 4b 4c a4 3d 00 00 7a 47 25 e5"); // 100 times a, in 12 bytes
     EXPECT_EQ(text(lum::inflateBytes(stream, Framing::Zlib, memory)), std::string(100, 'a'));
-    EXPECT_EQ(sSizes, (std::vector<std::size_t> { 18, 27, 40, 60, 90, 135, 100 }));
+    EXPECT_EQ(sSizes, (std::vector<std::size_t> { 18, 27, 40, 60, 90, 135 }));
 }
 
 TEST_F(StreamMemoryTest, DeflationBeginsWithOneStepOf16384)
