@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <span>
-#include <string>
 
 namespace lum {
 
@@ -21,7 +20,7 @@ constexpr std::size_t digestSize(DigestAlgorithm algorithm)
 /// Writes the digestSize(algorithm) bytes of the digest. Any thread. False only when libcrypto has no memory.
 [[nodiscard]] bool makeDigest(DigestAlgorithm algorithm, std::span<const std::byte> bytes, std::byte* digest);
 
-/// Two lower-case digits a byte, the high one first.
-std::string hexDigits(std::span<const std::byte> bytes);
+/// Writes two lower-case digits for each byte, the high one first.
+void writeHexDigits(std::span<const std::byte> bytes, char16_t* text);
 
 }

@@ -2,6 +2,7 @@
 
 #include "tests/data/hex.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <openssl/evp.h>
 #include <thread>
@@ -10,12 +11,19 @@ namespace {
 
 using lum::DigestAlgorithm;
 
+std::string hexDigits(std::span<const std::byte> bytes)
+{
+    std::u16string text(2 * bytes.size(), u'?');
+    lum::writeHexDigits(bytes, text.data());
+    return { text.begin(), text.end() };
+}
+
 std::string digestText(DigestAlgorithm algorithm, std::string_view text)
 {
     std::array<std::byte, lum::kLargestDigest> digest;
     if (!lum::makeDigest(algorithm, bytesOf(text), digest.data()))
         return "failed";
-    return lum::hexDigits(std::span(digest).first(lum::digestSize(algorithm)));
+    return hexDigits(std::span(digest).first(lum::digestSize(algorithm)));
 }
 
 struct Case {
@@ -62,23 +70,39 @@ TEST(DigestThreadsTest, ManyThreadsMayBeginAtOnce)
         EXPECT_EQ(result, "900150983cd24fb0d6963f7d28e17f72a9993e364706816aba3e25717850c26c9cd0d89d");
 }
 
-/// A machine that allows approved algorithms only has no MD5 in the context that programs share.
-TEST(DigestThreadsTest, DoesNotDependOnTheSharedContextOfLibcrypto)
+std::string sLate;
+
+/// Takes a digest when the thread ends, after whatever the digests keep for a thread is gone.
+struct Late {
+    ~Late() { sLate = digestText(DigestAlgorithm::MD5, "abc"); }
+};
+
+TEST(DigestThreadsTest, WorksWhileTheThreadEnds)
 {
-    ASSERT_EQ(EVP_set_default_properties(nullptr, "fips=yes"), 1);
-    EXPECT_EQ(EVP_MD_fetch(nullptr, "MD5", nullptr), nullptr);
-    EXPECT_EQ(digestText(DigestAlgorithm::MD5, "abc"), "900150983cd24fb0d6963f7d28e17f72");
-    EVP_set_default_properties(nullptr, nullptr);
+    std::thread([] {
+        thread_local Late late; // made first, so ended last
+        (void)&late;
+        digestText(DigestAlgorithm::MD5, "");
+    }).join();
+    EXPECT_EQ(sLate, "900150983cd24fb0d6963f7d28e17f72");
+}
+
+/// A machine that allows approved algorithms only has no MD5 in the context that programs share.
+TEST(DigestDeathTest, DoesNotDependOnTheSharedContextOfLibcrypto)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // a new process, in which nothing is fetched yet
+    auto digestWithoutMD5 = [] {
+        EVP_set_default_properties(nullptr, "fips=yes");
+        bool missing = EVP_MD_fetch(nullptr, "MD5", nullptr) == nullptr;
+        bool same = digestText(DigestAlgorithm::MD5, "abc") == "900150983cd24fb0d6963f7d28e17f72";
+        std::exit(missing && same ? 0 : 1);
+    };
+    EXPECT_EXIT(digestWithoutMD5(), testing::ExitedWithCode(0), "");
 }
 
 TEST(HexDigitsTest, AreLowerCaseAndHighOneFirst)
 {
-    EXPECT_EQ(lum::hexDigits(unhex("00 1f a0 ff")), "001fa0ff");
-}
-
-TEST(HexDigitsTest, OfNothingAreNone)
-{
-    EXPECT_EQ(lum::hexDigits({}), "");
+    EXPECT_EQ(hexDigits(unhex("00 1f a0 ff")), "001fa0ff");
 }
 
 }
