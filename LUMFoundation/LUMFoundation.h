@@ -8,6 +8,8 @@
 #include "LUMFoundation/LUMArray_Deprecated.h"
 #include "LUMFoundation/LUMByteCountFormatter.h"
 #include "LUMFoundation/LUMConstants.h"
+#include "LUMFoundation/LUMData_Base32.h"
+#include "LUMFoundation/LUMData_Compression.h"
 #include "LUMFoundation/LUMDurationFormatter.h"
 #include "LUMFoundation/LUMError.h"
 #include "LUMFoundation/LUMExport.h"

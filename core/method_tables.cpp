@@ -2,6 +2,7 @@
 
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSNotificationCenter.h"
 
 namespace {
@@ -9,6 +10,7 @@ namespace {
 /// Runs once, when the library is loaded.
 [[gnu::constructor]] void giveMethodTables()
 {
+    NSData::classObject().extend(lum::dataCompressionMethods());
     NSObject::classObject().extend(lum::mainThreadProxyMethods());
     NSNotificationCenter::classObject().extend(lum::notificationCenterMethods());
 

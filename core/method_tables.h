@@ -6,6 +6,7 @@ namespace lum {
 
 /// The tables of the extension sets, each defined beside its set. core/method_tables.cpp gives them to the
 /// classes they extend.
+std::span<const NSMethod> dataCompressionMethods();
 std::span<const NSMethod> mainThreadProxyMethods();
 std::span<const NSMethod> notificationCenterMethods();
 
