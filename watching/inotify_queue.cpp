@@ -60,14 +60,14 @@ private:
 struct InotifyQueue::Look {
     Token token;
     int watch;
-    std::string path;
     uint64_t device;
+    std::string path {}; ///< Empty when no look is needed.
     std::optional<FileStatus> now {};
 };
 
 struct InotifyQueue::Batch {
     std::vector<std::pair<int, RawChanges>> changes; // a pair per watch, in the order of its first event
-    std::unordered_map<int, size_t> places; // of the watches in `changes`
+    std::unordered_map<int, size_t> places; // of the watches in `changes`, once there are many
     std::vector<Look> looks;
     bool hasLostEvents = false;
     std::optional<std::vector<int>> liveWatches; // looked at after a loss
@@ -75,16 +75,31 @@ struct InotifyQueue::Batch {
 
     RawChanges& of(int watch)
     {
-        const auto [place, isNew] = places.try_emplace(watch, changes.size());
-        if (isNew)
-            changes.emplace_back(watch, RawChanges());
-        return changes[place->second].second;
+        if (RawChanges* known = find(watch))
+            return *known;
+        changes.emplace_back(watch, RawChanges());
+        if (changes.size() == kFew) {
+            for (size_t place = 0; place < kFew; ++place)
+                places.emplace(changes[place].first, place);
+        } else if (changes.size() > kFew) {
+            places.emplace(watch, changes.size() - 1);
+        }
+        return changes.back().second;
     }
-    const RawChanges* find(int watch) const
+    RawChanges* find(int watch)
     {
-        const auto place = places.find(watch);
-        return place == places.end() ? nullptr : &changes[place->second].second;
+        if (changes.size() >= kFew) {
+            const auto place = places.find(watch);
+            return place == places.end() ? nullptr : &changes[place->second].second;
+        }
+        const auto place = std::find_if(
+            changes.begin(), changes.end(), [watch](const auto& pair) { return pair.first == watch; });
+        return place == changes.end() ? nullptr : &place->second;
     }
+
+private:
+    // Nearly every read is about a watch or two, for which a table would cost more than all the rest.
+    static constexpr size_t kFew = 8;
 };
 
 std::unique_ptr<InotifyQueue> InotifyQueue::open(InotifySystem& system)
@@ -209,19 +224,20 @@ void InotifyQueue::collect(
         for (const int subfolder : mWatches.subfoldersOf(event.watch, event.name))
             batch.of(subfolder).isNameInDoubt = true;
     }
-    const auto lookAt = [&](Token token) NS_REQUIRES(mLock) {
-        const Entry& entry = *mWatches.find(token);
-        batch.looks.push_back({ token, entry.watch, entry.path, entry.state.status.device });
-    };
-    for (const auto& [watch, changes] : batch.changes) {
-        for (const Token token : mWatches.entriesOf(watch))
-            lookAt(token);
+    for (auto& [watch, changes] : batch.changes) {
+        for (const Token token : mWatches.entriesOf(watch)) {
+            const Entry& entry = *mWatches.find(token);
+            Look& look = batch.looks.emplace_back(Look { token, watch, entry.state.status.device });
+            if (batch.hasLostEvents || changes.needsLook(entry.changes))
+                look.path = entry.path;
+        }
     }
     if (!batch.hasLostEvents)
         return;
     for (const Token token : mWatches.liveEntries()) {
-        if (!batch.find(mWatches.find(token)->watch))
-            lookAt(token);
+        const Entry& entry = *mWatches.find(token);
+        if (!batch.find(entry.watch))
+            batch.looks.push_back({ token, entry.watch, entry.state.status.device, entry.path });
     }
 }
 
@@ -232,7 +248,7 @@ void InotifyQueue::lookAtPaths(Batch& batch)
         batch.liveWatches = mSystem.liveWatches(mQueue);
     for (Look& look : batch.looks) {
         FileStatus now;
-        if (mSystem.status(look.path, now) >= 0)
+        if (!look.path.empty() && mSystem.status(look.path, now) >= 0)
             look.now = now;
         const RawChanges* raw = batch.find(look.watch);
         if (raw && raw->isUnmounted() && !isKnownUnmounted(look.device))

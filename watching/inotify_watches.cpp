@@ -112,10 +112,10 @@ InotifyWatches::Entry* InotifyWatches::find(Token token)
     return place == mEntries.end() ? nullptr : &place->second;
 }
 
-std::vector<InotifyWatches::Token> InotifyWatches::entriesOf(int watch) const
+const std::vector<InotifyWatches::Token>& InotifyWatches::entriesOf(int watch) const
 {
     const auto place = mWatches.find(watch);
-    return place == mWatches.end() ? std::vector<Token>() : place->second.entries;
+    return place == mWatches.end() ? mNoEntries : place->second.entries;
 }
 
 std::vector<int> InotifyWatches::subfoldersOf(int watch, std::string_view name) const

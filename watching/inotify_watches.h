@@ -43,7 +43,7 @@ public:
     Entry* find(Token token);
     bool hasWatch(int watch) const { return mWatches.count(watch) != 0; }
     /// The entries of a watch, in the order they were added.
-    std::vector<Token> entriesOf(int watch) const;
+    const std::vector<Token>& entriesOf(int watch) const;
     /// The watches of the folders of that name that lean on `watch`.
     std::vector<int> subfoldersOf(int watch, std::string_view name) const;
     /// Every entry that can report, in the order they were added.
@@ -65,6 +65,7 @@ private:
     const int mQueue;
     std::unordered_map<Token, Entry> mEntries;
     std::unordered_map<int, Watch> mWatches;
+    const std::vector<Token> mNoEntries;
 };
 
 }

@@ -53,6 +53,7 @@ struct Accounting {
         uint32_t changes = 0;
         if (has(inotify::kModify) || raw.childrenChanged) {
             changes |= kVnodeWrite;
+            state.hasUnseenWrites = !now;
             if (now) {
                 if (has(inotify::kModify) && now->size > state.status.size)
                     changes |= kVnodeExtend;
@@ -71,6 +72,7 @@ struct Accounting {
         if (!now)
             return report;
         const FileStatus before = state.status;
+        const bool hadUnseenWrites = std::exchange(state.hasUnseenWrites, false);
         state.status.links = now->links;
         state.status.mode = now->mode;
         state.status.user = now->user;
@@ -78,7 +80,8 @@ struct Accounting {
         state.status.modified = now->modified;
         if (now->isFolder() || now->links == before.links)
             return report;
-        const bool onlyLinks = !hasOtherOwnerOrMode(before, *now) && before.modified == now->modified;
+        const bool onlyLinks =
+            !hasOtherOwnerOrMode(before, *now) && (before.modified == now->modified || hadUnseenWrites);
         return { onlyLinks ? kVnodeLink : kVnodeLink | kVnodeAttrib, now->links < before.links };
     }
 };
@@ -112,6 +115,13 @@ void RawChanges::add(const InotifyEvent& event)
         subfoldersMovedOut.erase(movedOut);
     else
         subfoldersChanged = true;
+}
+
+bool RawChanges::needsLook(uint32_t changes) const
+{
+    if (isNameInDoubt || (flags & (inotify::kAttrib | inotify::kMoveSelf)))
+        return true;
+    return (flags & inotify::kModify) && (changes & kVnodeExtend);
 }
 
 VnodeReport vnodeChanges(const RawChanges& raw, WatchedState& state, const std::optional<FileStatus>& look)

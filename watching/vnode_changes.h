@@ -41,6 +41,7 @@ struct WatchedState {
     FileStatus status; ///< As far as it was accounted for in reports.
     bool isNamed = true; ///< The path led to the object when it was last looked at.
     bool isDeleted = false; ///< The deletion has been reported.
+    bool hasUnseenWrites = false; ///< Size and time of the last write are older than the last report.
 };
 
 /// The events of one read about one object, folded into one.
@@ -57,6 +58,9 @@ struct RawChanges {
     void add(const InotifyEvent& event);
 
     bool isUnmounted() const { return (flags & inotify::kUnmount) != 0; }
+    /// Whether a look at the path is needed to tell what of `changes` these are. It costs more than all else
+    /// that a plain write needs.
+    bool needsLook(uint32_t changes) const;
     /// The kernel watch is gone or about to go.
     bool hasEnded() const
     {
@@ -72,7 +76,7 @@ struct VnodeReport {
 };
 
 /// What the events of one read mean for one path. `look` is what is at the path, seen after the read, empty
-/// when nothing is there; `state` is brought up to date.
+/// when nothing is there or no look was needed; `state` is brought up to date.
 ///
 /// The kernel's events say less than they seem to: a file that somebody holds open tells of its removal only
 /// by a change of attributes, a removed folder may tell nothing at all, and neither growth nor link counts

@@ -108,13 +108,13 @@ void WatchLoop::run(const Report& report)
 
 void WatchLoop::pass(const Report& report)
 {
-    if (mPending.empty()) {
-        const std::vector<KernelQueue::Event> events = mQueue->wait(kLongestWait);
-        mPending.assign(events.begin(), events.end());
+    if (mNextPending == mPending.size()) {
+        mPending.clear();
+        mNextPending = 0;
+        mPending = mQueue->wait(kLongestWait);
         return;
     }
-    const KernelQueue::Event event = mPending.front();
-    mPending.pop_front();
+    const KernelQueue::Event event = mPending[mNextPending++];
     if (const NSRef<NSString> path = pathOf(event.token))
         report(path, event.changes);
 }

@@ -5,7 +5,6 @@
 #include "watching/kernel_queue.h"
 
 #include <atomic>
-#include <deque>
 #include <functional>
 #include <unordered_map>
 
@@ -57,7 +56,8 @@ private:
     const std::unique_ptr<KernelQueue> mQueue;
     std::atomic<bool> mKeepsRunning = true;
     std::atomic<bool> mIsClaimed = false;
-    std::deque<KernelQueue::Event> mPending; // of the thread
+    std::vector<KernelQueue::Event> mPending; // of the thread
+    size_t mNextPending = 0; // of the thread
 
     mutable platform::Mutex mLock;
     Token mLastToken NS_GUARDED_BY(mLock) = 0;

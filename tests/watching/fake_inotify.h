@@ -41,6 +41,7 @@ public:
     bool tellsLiveWatches = true;
     int openDescriptors = 0;
     int wakes = 0;
+    int looks = 0; ///< How often a status was asked for.
 
     int openQueue() override { return openAs("openQueue", kQueueNumber); }
     int openWaker() override { return openAs("openWaker", kWakerNumber); }
@@ -97,6 +98,7 @@ public:
     {
         if (const int error = failure("status"))
             return -error;
+        ++looks;
         const auto file = files.find(path);
         if (file == files.end())
             return -ENOENT;

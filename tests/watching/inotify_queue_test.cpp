@@ -246,6 +246,22 @@ TEST_F(InotifyQueueTest, WaitsBetweenFailingWaits)
     EXPECT_GE(std::chrono::steady_clock::now() - start, 20ms);
 }
 
+TEST_F(InotifyQueueTest, LooksOnlyWhereTheEventsDoNotSayAll)
+{
+    system.make("/a");
+    system.make("/b");
+    add("/a", kVnodeWrite | kVnodeAttrib);
+    add("/b", kVnodeExtend);
+    system.looks = 0;
+    system.send(1, inotify::kModify);
+    EXPECT_EQ(wait(), "1:WRITE");
+    EXPECT_EQ(system.looks, 0);
+    system.send(1, inotify::kAttrib);
+    system.send(2, inotify::kModify);
+    EXPECT_EQ(wait(), "1:ATTRIB");
+    EXPECT_EQ(system.looks, 2);
+}
+
 TEST_F(InotifyQueueTest, LooksInVainWhenTheSystemGivesNoStatus)
 {
     system.make("/a");

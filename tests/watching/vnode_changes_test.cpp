@@ -72,6 +72,19 @@ TEST_F(VnodeChangesOfFileTest, ReportsATouchBesideALink)
     EXPECT_EQ(event(inotify::kAttrib).report(), "ATTRIB LINK");
 }
 
+TEST_F(VnodeChangesOfFileTest, TakesATimeChangedByAWriteWithoutALookForNoTouch)
+{
+    const auto there = std::exchange(now, std::nullopt);
+    EXPECT_EQ(event(inotify::kModify).report(), "WRITE");
+    now = there;
+    now->modified = 2000;
+    now->links = 2;
+    EXPECT_EQ(event(inotify::kAttrib).report(), "LINK");
+    now->modified = 3000;
+    now->links = 3;
+    EXPECT_EQ(event(inotify::kAttrib).report(), "ATTRIB LINK");
+}
+
 TEST_F(VnodeChangesOfFileTest, CountsALinkThatAWriteHasAlreadyShown)
 {
     now->links = 2;
