@@ -90,7 +90,10 @@ NSRef<NSString> NSString::stringWithCharacters(std::u16string_view characters)
 NSRef<NSString> NSString::stringWithLength(
     NSUInteger length, const std::function<void(char16_t* characters)>& write)
 {
-    return make(length, write);
+    return make(length, [&](char16_t* out) {
+        write(out);
+        return true;
+    });
 }
 
 NSRef<NSString> NSString::stringWithFormatArguments(
