@@ -1,4 +1,4 @@
-# lum_add_test(<name> SOURCES a_test.cpp ... [THREADS])
+# lum_add_test(<name> SOURCES a_test.cpp ... [THREADS] [TIMEOUT seconds])
 #
 # One GoogleTest executable. THREADS puts its cases among those that run under the thread sanitizer.
 # The tests link the very objects the shared libraries are made of, so they see internals without exporting them.
@@ -15,7 +15,10 @@ target_compile_definitions(lum_test_main PUBLIC LUM_TEST_DATA="${PROJECT_SOURCE_
 add_custom_target(threaded_tests COMMENT "All tests with threads are built")
 
 function(lum_add_test name)
-    cmake_parse_arguments(arg "THREADS" "" "SOURCES" ${ARGN})
+    cmake_parse_arguments(arg "THREADS" "TIMEOUT" "SOURCES" ${ARGN})
+    if(NOT arg_TIMEOUT)
+        set(arg_TIMEOUT 120)
+    endif()
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE
         lum_test_main LUMFoundationObjects LUMPlatformObjects GTest::gtest GTest::gmock rapidcheck rapidcheck_gtest)
@@ -26,5 +29,5 @@ function(lum_add_test name)
         set(labels "threads")
         add_dependencies(threaded_tests ${name})
     endif()
-    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS "${labels}")
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${arg_TIMEOUT} LABELS "${labels}")
 endfunction()

@@ -1,0 +1,153 @@
+#include "examples/incoming/incoming_job.h"
+
+#include "LUMFoundation/LUMAbsoluteTimeGetCurrent.h"
+#include "LUMFoundation/LUMData_Compression.h"
+#include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSError.h"
+#include "LUMPlatform/NSString.h"
+
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr int kSteps = 6;
+
+std::string reasonOf(const NSRef<NSError>& error, const char* otherwise)
+{
+    return error ? error->localizedDescription()->utf8() : otherwise;
+}
+
+}
+
+const NSClass& IncomingJob::classObject()
+{
+    static const NSClass& type = NSClass::define("IncomingJob", &LUMJob::classObject(), {});
+    return type;
+}
+
+NSRef<IncomingJob> IncomingJob::jobForFile(
+    const std::string& file, const std::string& into, const Executor& executor)
+{
+    return NSMake<IncomingJob>(file, into, executor);
+}
+
+IncomingJob::IncomingJob(const std::string& file, const std::string& into, const Executor& executor)
+    : mFile(file), mInto(into), mExecutor(executor)
+{
+    mReceipt.name = fs::path(file).stem().string();
+}
+
+IncomingJob::~IncomingJob() = default;
+
+bool IncomingJob::start()
+{
+    LUMJob::start();
+    mExecutor([job = NSShare(this)] { job->work(); });
+    return true;
+}
+
+void IncomingJob::cancel()
+{
+    mCancelled = true;
+}
+
+double IncomingJob::progress() const
+{
+    return mStepsDone / static_cast<double>(kSteps);
+}
+
+void IncomingJob::work()
+{
+    const double began = LUMAbsoluteTimeGetCurrent();
+    const bool whole = step(&IncomingJob::read) && step(&IncomingJob::digest) && step(&IncomingJob::compress)
+        && step(&IncomingJob::store)
+        // What is stored is seen through, so that no result is left without its source beside it.
+        && finishingStep(&IncomingJob::check) && finishingStep(&IncomingJob::moveSourceAway);
+    mBytes = nullptr;
+    mCompressed = nullptr;
+    mReceipt.seconds = LUMAbsoluteTimeGetCurrent() - began;
+    if (whole || !mReceipt.failure.empty())
+        jobDidComplete();
+    else
+        jobDidCancel();
+}
+
+bool IncomingJob::step(bool (IncomingJob::*what)())
+{
+    return !mCancelled && finishingStep(what);
+}
+
+bool IncomingJob::finishingStep(bool (IncomingJob::*what)())
+{
+    if (!(this->*what)())
+        return false;
+    ++mStepsDone;
+    return true;
+}
+
+bool IncomingJob::read()
+{
+    NSRef<NSError> error;
+    mBytes = NSData::dataWithContentsOfFile(mFile, &error);
+    if (!mBytes)
+        return fail("cannot be read: " + reasonOf(error, "gone"));
+    mReceipt.size = mBytes->length();
+    return true;
+}
+
+bool IncomingJob::digest()
+{
+    mReceipt.crc32 = LUMData_Compression::crc32(mBytes);
+    mReceipt.md5 = LUMData_Compression::md5DigestString(mBytes)->utf8();
+    mReceipt.sha1 = LUMData_Compression::sha1DigestString(mBytes)->utf8();
+    return true;
+}
+
+bool IncomingJob::compress()
+{
+    mCompressed = LUMData_Compression::gzipDeflate(mBytes);
+    if (!mCompressed)
+        return fail("cannot be compressed");
+    mReceipt.stored = mCompressed->length();
+    return true;
+}
+
+bool IncomingJob::store()
+{
+    NSRef<NSError> error;
+    return mCompressed->writeToFile(resultPath(), true, &error)
+        || fail("cannot be stored: " + reasonOf(error, "unknown"));
+}
+
+bool IncomingJob::check()
+{
+    NSRef<NSData> stored = NSData::dataWithContentsOfFile(resultPath());
+    return NSEqual(LUMData_Compression::gzipInflate(stored), mBytes)
+        || fail("does not inflate to the same bytes");
+}
+
+bool IncomingJob::moveSourceAway()
+{
+    const fs::path target = fs::path(mInto) / "originals" / mReceipt.name;
+    std::error_code problem;
+    fs::rename(mFile, target, problem);
+    if (problem == std::errc::cross_device_link) {
+        fs::copy_file(mFile, target, fs::copy_options::overwrite_existing, problem);
+        if (!problem)
+            fs::remove(mFile, problem);
+    }
+    return !problem || fail("cannot be moved away: " + problem.message());
+}
+
+bool IncomingJob::fail(const std::string& why)
+{
+    mReceipt.failure = why;
+    return false;
+}
+
+std::string IncomingJob::resultPath() const
+{
+    return (fs::path(mInto) / (mReceipt.name + ".gz")).string();
+}

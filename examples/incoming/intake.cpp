@@ -1,0 +1,88 @@
+#include "examples/incoming/intake.h"
+
+#include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSDictionary.h"
+#include "LUMPlatform/NSNotificationCenter.h"
+#include "LUMPlatform/NSNumber.h"
+#include "LUMPlatform/NSString.h"
+#include "LUMPlatform/NSThread.h"
+
+namespace {
+
+constexpr NSMethod kMethods[] = { NSMethodOf<"fileArrived:", &Intake::fileArrived>() };
+
+}
+
+const NSClass& Intake::classObject()
+{
+    static const NSClass& type = NSClass::define("Intake", &NSObject::classObject(), kMethods);
+    return type;
+}
+
+NSRef<Intake> Intake::intakeForFolder(const std::string& folder, const std::string& into, std::size_t jobs,
+    std::function<void(const Receipt&)> ended)
+{
+    auto intake = NSMake<Intake>(into, jobs, std::move(ended));
+    intake->mQueue->setDelegate(intake);
+    intake->mWatcher = LUMIncomingFolderWatcher::initWithFolder(folder, "complete", "partial");
+    if (!intake->mWatcher)
+        return nullptr;
+    NSNotificationCenter::defaultCenter()->addObserver(
+        intake, NSSelector("fileArrived:"), LUMIncomingFileNotification, intake->mWatcher);
+    return intake;
+}
+
+Intake::Intake(const std::string& into, std::size_t jobs, std::function<void(const Receipt&)> ended)
+    : mInto(into), mEnded(std::move(ended)), mWorkers(jobs), mQueue(NSMake<LUMJobQueue>())
+{
+    mQueue->setMaxConcurrentJobs(jobs);
+}
+
+Intake::~Intake() = default;
+
+void Intake::fileArrived(const NSRef<NSNotification>& notification)
+{
+    auto completed = NSCast<NSNumber>(notification->userInfo()->objectForKey("completed"));
+    if (mStopping || !completed->boolValue())
+        return;
+    const std::string file = NSCast<NSString>(notification->userInfo()->objectForKey("file"))->utf8();
+    if (mJobs.contains(file) || mFailed.contains(file))
+        return;
+    auto job = IncomingJob::jobForFile(
+        file, mInto, [this](std::function<void()> work) { mWorkers.run(std::move(work)); });
+    mJobs.emplace(file, job);
+    mQueue->addJob(job);
+    mQueue->startNextJobIfNeeded();
+}
+
+void Intake::bringToMainThread(LUMJob& job)
+{
+    NSThread::performOnMainThread(
+        [self = NSShare(this), ended = NSCast<IncomingJob>(NSShare(&job))] { self->jobEnded(ended); });
+}
+
+void Intake::jobEnded(const NSRef<IncomingJob>& job)
+{
+    mJobs.erase(job->file());
+    if (job->currentState() == LUMJobStateCompleted) {
+        if (!job->receipt().failure.empty())
+            mFailed.emplace(job->file(), job->receipt().failure);
+        mEnded(job->receipt());
+    }
+    becomeIdleIfDone();
+}
+
+void Intake::stop(std::function<void()> idle)
+{
+    mIdle = std::move(idle);
+    mStopping = true;
+    for (const auto& [file, job] : std::unordered_map(mJobs))
+        mQueue->cancelJob(job);
+    becomeIdleIfDone();
+}
+
+void Intake::becomeIdleIfDone()
+{
+    if (mStopping && mJobs.empty() && mIdle)
+        std::exchange(mIdle, nullptr)();
+}

@@ -1,0 +1,60 @@
+#include "examples/incoming/options.h"
+
+#include <charconv>
+#include <string_view>
+
+const char* const kUsage =
+    "incoming [FOLDER] [--into DIR] [--jobs N] [--count N]\n"
+    "\n"
+    "Watches a drop folder. Each file that is complete there (NAME.complete; NAME.partial while it\n"
+    "is being written) is compressed, digested, stored as DIR/NAME.gz, checked, and moved out to\n"
+    "DIR/originals. Without FOLDER it makes one and has a second process copy files into it.\n"
+    "\n"
+    "  --into DIR   where results go (default: FOLDER with \"-done\" behind it)\n"
+    "  --jobs N     files at a time (default: one a processor)\n"
+    "  --count N    end after N files (default: never with FOLDER, 240 without)\n";
+
+namespace {
+
+bool parseNumber(std::string_view text, std::size_t& number)
+{
+    auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() && number > 0;
+}
+
+}
+
+std::optional<Options> parseOptions(std::span<char* const> words, std::string& problem)
+{
+    Options options;
+    for (std::size_t at = 0; at < words.size(); ++at) {
+        std::string_view word = words[at];
+        if (word == "--help" || word == "-h") {
+            options.help = true;
+            return options;
+        }
+        if (!word.starts_with("-")) {
+            if (!options.folder.empty()) {
+                problem = "one folder only, please";
+                return std::nullopt;
+            }
+            options.folder = word;
+            continue;
+        }
+        if (word != "--into" && word != "--jobs" && word != "--count") {
+            problem = "no such option: " + std::string(word);
+            return std::nullopt;
+        }
+        std::string_view value = at + 1 < words.size() ? words[++at] : "";
+        std::size_t number = 0;
+        if (word == "--into" ? value.empty() : !parseNumber(value, number)) {
+            problem = std::string(word) + (word == "--into" ? " takes a folder" : " takes a number from 1");
+            return std::nullopt;
+        }
+        if (word == "--into")
+            options.into = value;
+        else
+            (word == "--jobs" ? options.jobs : options.count) = number;
+    }
+    return options;
+}

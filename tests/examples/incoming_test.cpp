@@ -1,0 +1,193 @@
+#include "tests/examples/incoming_process.h"
+
+#include "LUMFoundation/LUMData_Compression.h"
+#include "LUMPlatform/NSData.h"
+#include "LUMPlatform/NSString.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <random>
+#include <set>
+#include <sstream>
+
+namespace fs = std::filesystem;
+using std::chrono::seconds;
+
+namespace {
+
+class IncomingTest : public testing::Test {
+protected:
+    IncomingTest()
+    {
+        // In memory where there is such a folder: every result is brought to the disk, which takes its time.
+        const fs::path base =
+            access("/dev/shm", W_OK) == 0 ? fs::path("/dev/shm") : fs::temp_directory_path();
+        std::string made = (base / "incoming-test-XXXXXX").string();
+        mScratch = mkdtemp(made.data());
+        fs::create_directory(drop());
+    }
+    ~IncomingTest() override { fs::remove_all(mScratch); }
+
+    fs::path drop() const { return mScratch / "drop"; }
+    fs::path into() const { return mScratch / "into"; }
+    std::string outputFile() const { return (mScratch / "output").string(); }
+
+    std::string output() const
+    {
+        std::ifstream file(outputFile());
+        std::ostringstream text;
+        text << file.rdbuf();
+        return text.str();
+    }
+
+    static std::string bytesOf(const fs::path& path)
+    {
+        std::ifstream file(path, std::ios::binary);
+        std::ostringstream text;
+        text << file.rdbuf();
+        return text.str();
+    }
+
+    void put(const std::string& name, const std::string& content) const
+    {
+        std::ofstream(drop() / (name + ".partial"), std::ios::binary) << content;
+        fs::rename(drop() / (name + ".partial"), drop() / (name + ".complete"));
+    }
+
+    static std::string inflated(const fs::path& result)
+    {
+        auto data = NSData::dataWithContentsOfFile(result.string());
+        auto bytes = LUMData_Compression::gzipInflate(data);
+        if (!bytes)
+            return "(does not inflate)";
+        return { static_cast<const char*>(static_cast<const void*>(bytes->bytes().data())), bytes->length() };
+    }
+
+    /// Every result that stands under its name inflates, and to what the source holds.
+    std::size_t wholeResults() const
+    {
+        std::size_t whole = 0;
+        for (const auto& entry : fs::directory_iterator(into())) {
+            if (entry.path().extension() != ".gz" || entry.path().filename().string().starts_with("."))
+                continue;
+            const std::string name = entry.path().stem().string();
+            const fs::path moved = into() / "originals" / name;
+            const fs::path waiting = drop() / (name + ".complete");
+            EXPECT_EQ(inflated(entry.path()), bytesOf(fs::exists(moved) ? moved : waiting)) << name;
+            ++whole;
+        }
+        return whole;
+    }
+
+    fs::path mScratch;
+};
+
+TEST_F(IncomingTest, FeedsItselfAndTakesEveryFileIn)
+{
+    IncomingProcess incoming({ "--count", "40", "--into", into().string() }, outputFile());
+    ASSERT_EQ(incoming.statusWithin(seconds(100)), 0) << output();
+    EXPECT_EQ(wholeResults(), 40u);
+    EXPECT_NE(output().find("40 files, 0 failed"), std::string::npos) << output();
+}
+
+TEST_F(IncomingTest, TakesInWhatLiesThereAndWhatArrives)
+{
+    put("before", "was there");
+    IncomingProcess incoming({ drop().string(), "--into", into().string(), "--count", "2" }, outputFile());
+    put("after", "");
+    ASSERT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
+    EXPECT_EQ(inflated(into() / "before.gz"), "was there");
+    EXPECT_EQ(inflated(into() / "after.gz"), "");
+    EXPECT_TRUE(fs::is_empty(drop()));
+}
+
+TEST_F(IncomingTest, LeavesUnfinishedFilesAlone)
+{
+    std::ofstream(drop() / "growing.partial") << "half";
+    put("whole", "all");
+    IncomingProcess incoming({ drop().string(), "--into", into().string(), "--count", "1" }, outputFile());
+    ASSERT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
+    EXPECT_TRUE(fs::exists(drop() / "growing.partial"));
+    EXPECT_FALSE(fs::exists(into() / "growing.gz"));
+}
+
+TEST_F(IncomingTest, FailsWhenAFileFailed)
+{
+    fs::create_directory(drop() / "folder.complete"); // no file to read
+    IncomingProcess incoming({ drop().string(), "--into", into().string(), "--count", "1" }, outputFile());
+    EXPECT_EQ(incoming.statusWithin(seconds(60)), 1);
+    EXPECT_NE(output().find("FAILED folder"), std::string::npos) << output();
+}
+
+TEST_F(IncomingTest, StopsCleanlyOnCtrlC)
+{
+    IncomingProcess incoming({ "--into", into().string() }, outputFile());
+    const auto deadline = std::chrono::steady_clock::now() + seconds(60);
+    while (!fs::exists(into() / "originals") || fs::is_empty(into() / "originals")) {
+        ASSERT_LT(std::chrono::steady_clock::now(), deadline) << output();
+        std::this_thread::yield();
+    }
+    incoming.signal(SIGINT);
+    EXPECT_EQ(incoming.statusWithin(seconds(60)), 130) << output();
+    for (const auto& entry : fs::directory_iterator(into()))
+        EXPECT_TRUE(entry.path().extension() == ".gz" || entry.path().filename() == "originals")
+            << entry.path();
+    wholeResults();
+}
+
+TEST_F(IncomingTest, LeavesOnlyWholeResultsWhenKilledAtAnyPoint)
+{
+    std::minstd_rand random(42);
+    for (int round = 0; round < 12; ++round) {
+        for (int file = 0; file < 20; ++file)
+            put(std::to_string(round) + "-" + std::to_string(file),
+                std::string(1 + random() % 200'000, static_cast<char>('a' + file % 26)));
+        IncomingProcess incoming({ drop().string(), "--into", into().string() }, outputFile());
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 60'000)); // the point of the kill
+        incoming.signal(SIGKILL);
+        ASSERT_TRUE(incoming.statusWithin(seconds(30)));
+        if (fs::exists(into()))
+            wholeResults();
+    }
+    const std::size_t waiting =
+        static_cast<std::size_t>(std::distance(fs::directory_iterator(drop()), fs::directory_iterator()));
+    if (waiting > 0) {
+        IncomingProcess last(
+            { drop().string(), "--into", into().string(), "--count", std::to_string(waiting) }, outputFile());
+        ASSERT_EQ(last.statusWithin(seconds(60)), 0) << output();
+    }
+    EXPECT_EQ(wholeResults(), 12u * 20u) << "what a kill cut off is taken in by the next run";
+}
+
+TEST_F(IncomingTest, LosesAndDoublesNoneOfVeryManyFiles)
+{
+    constexpr int kFiles = LUM_INCOMING_MANY;
+    IncomingProcess incoming(
+        { drop().string(), "--into", into().string(), "--count", std::to_string(kFiles) }, outputFile());
+    for (int file = 0; file < kFiles; ++file)
+        put(std::to_string(file), std::to_string(file));
+    ASSERT_EQ(incoming.statusWithin(seconds(280)), 0) << output();
+    std::multiset<std::string> reported;
+    std::istringstream lines(output());
+    for (std::string line; std::getline(lines, line) && !line.empty();)
+        reported.insert(line.substr(0, line.find(' ')));
+    reported.erase("taking");
+    EXPECT_EQ(reported.size(), static_cast<std::size_t>(kFiles));
+    for (int file = 0; file < kFiles; ++file) {
+        ASSERT_EQ(reported.count(std::to_string(file)), 1u) << file;
+        ASSERT_EQ(inflated(into() / (std::to_string(file) + ".gz")), std::to_string(file));
+    }
+    EXPECT_TRUE(fs::is_empty(drop()));
+}
+
+TEST_F(IncomingTest, ExplainsItselfWhenTheWordsMakeNoSense)
+{
+    for (const char* word : { "--jobs", "--count=0", "--no-such" }) {
+        IncomingProcess incoming({ word }, outputFile());
+        EXPECT_EQ(incoming.statusWithin(seconds(30)), 2) << word;
+        EXPECT_NE(output().find("incoming [FOLDER]"), std::string::npos);
+    }
+}
+
+}
