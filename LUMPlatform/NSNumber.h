@@ -54,9 +54,9 @@ public:
 
     /// The type code of the value kept: "c" for truth values and signed bytes, "s", "i", "q", "f", "d". An
     /// unsigned value is kept in the next wider signed type, and as "Q" only from 2^63 on. Selector: objCType
-    const char* objCType() const { return mType; }
+    const char* objCType() const;
     bool isBool() const { return mIsBool; } ///< Whether it is one of the two truth values.
-    bool isFloatingPoint() const { return mType[0] == 'f' || mType[0] == 'd'; }
+    bool isFloatingPoint() const { return mType == 'f' || mType == 'd'; }
 
     /// By exact value: no integer is rounded to compare it with a floating-point value. Not-a-number is equal
     /// to itself and comes before all others. Null raises NSInvalidArgumentException. Selector: compare:
@@ -72,21 +72,21 @@ public:
 
 protected:
     explicit NSNumber(bool value);
-    NSNumber(const char* type, std::uint64_t integer);
-    NSNumber(const char* type, double real);
+    NSNumber(char type, std::uint64_t integer);
+    NSNumber(char type, double real);
     ~NSNumber() override;
 
 private:
     template<typename T> T converted() const;
-    static NSRef<NSNumber> withSigned(const char* type, std::int64_t value);
+    static NSRef<NSNumber> withSigned(char type, std::int64_t value);
     static NSRef<NSNumber> withUnsigned(std::uint64_t value);
 
-    const char* mType;
-    bool mIsBool = false;
     union {
-        std::uint64_t mInteger; // the bits of a signed integer, except for "Q"
-        double mReal; // of "f" too
+        std::uint64_t mInteger; // the bits of a signed integer, except for 'Q'
+        double mReal; // of 'f' too
     };
+    char mType;
+    bool mIsBool = false;
 };
 
 template<> struct NSBoxing<NSNumber> {

@@ -5,6 +5,7 @@
 #include "LUMPlatform/NSString.h"
 #include "platform/objects/live_objects.h"
 
+#include <algorithm>
 #include <bit>
 #include <charconv>
 #include <cmath>
@@ -74,19 +75,19 @@ const NSClass& NSNumber::classObject()
     return type;
 }
 
-NSNumber::NSNumber(bool value) : mType("c"), mIsBool(true), mInteger(value) { }
-NSNumber::NSNumber(const char* type, std::uint64_t integer) : mType(type), mInteger(integer) { }
-NSNumber::NSNumber(const char* type, double real) : mType(type), mReal(real) { }
+NSNumber::NSNumber(bool value) : mInteger(value), mType('c'), mIsBool(true) { }
+NSNumber::NSNumber(char type, std::uint64_t integer) : mInteger(integer), mType(type) { }
+NSNumber::NSNumber(char type, double real) : mReal(real), mType(type) { }
 NSNumber::~NSNumber() = default;
 
-NSRef<NSNumber> NSNumber::withSigned(const char* type, std::int64_t value)
+NSRef<NSNumber> NSNumber::withSigned(char type, std::int64_t value)
 {
     return NSMake<NSNumber>(type, static_cast<std::uint64_t>(value));
 }
 
 NSRef<NSNumber> NSNumber::withUnsigned(std::uint64_t value)
 {
-    return NSMake<NSNumber>(std::in_range<std::int64_t>(value) ? "q" : "Q", value);
+    return NSMake<NSNumber>(std::in_range<std::int64_t>(value) ? 'q' : 'Q', value);
 }
 
 NSRef<NSNumber> NSNumber::numberWithBool(bool value)
@@ -98,31 +99,31 @@ NSRef<NSNumber> NSNumber::numberWithBool(bool value)
 
 NSRef<NSNumber> NSNumber::numberWithChar(signed char value)
 {
-    return withSigned("c", value);
+    return withSigned('c', value);
 }
 NSRef<NSNumber> NSNumber::numberWithUnsignedChar(unsigned char value)
 {
-    return withSigned("s", value);
+    return withSigned('s', value);
 }
 NSRef<NSNumber> NSNumber::numberWithShort(short value)
 {
-    return withSigned("s", value);
+    return withSigned('s', value);
 }
 NSRef<NSNumber> NSNumber::numberWithUnsignedShort(unsigned short value)
 {
-    return withSigned("i", value);
+    return withSigned('i', value);
 }
 NSRef<NSNumber> NSNumber::numberWithInt(int value)
 {
-    return withSigned("i", value);
+    return withSigned('i', value);
 }
 NSRef<NSNumber> NSNumber::numberWithUnsignedInt(unsigned value)
 {
-    return withSigned("q", value);
+    return withSigned('q', value);
 }
 NSRef<NSNumber> NSNumber::numberWithLong(long value)
 {
-    return withSigned("q", value);
+    return withSigned('q', value);
 }
 NSRef<NSNumber> NSNumber::numberWithUnsignedLong(unsigned long value)
 {
@@ -130,7 +131,7 @@ NSRef<NSNumber> NSNumber::numberWithUnsignedLong(unsigned long value)
 }
 NSRef<NSNumber> NSNumber::numberWithLongLong(long long value)
 {
-    return withSigned("q", value);
+    return withSigned('q', value);
 }
 NSRef<NSNumber> NSNumber::numberWithUnsignedLongLong(unsigned long long value)
 {
@@ -138,7 +139,7 @@ NSRef<NSNumber> NSNumber::numberWithUnsignedLongLong(unsigned long long value)
 }
 NSRef<NSNumber> NSNumber::numberWithInteger(NSInteger value)
 {
-    return withSigned("q", value);
+    return withSigned('q', value);
 }
 NSRef<NSNumber> NSNumber::numberWithUnsignedInteger(NSUInteger value)
 {
@@ -146,11 +147,17 @@ NSRef<NSNumber> NSNumber::numberWithUnsignedInteger(NSUInteger value)
 }
 NSRef<NSNumber> NSNumber::numberWithFloat(float value)
 {
-    return NSMake<NSNumber>("f", static_cast<double>(value));
+    return NSMake<NSNumber>('f', static_cast<double>(value));
 }
 NSRef<NSNumber> NSNumber::numberWithDouble(double value)
 {
-    return NSMake<NSNumber>("d", value);
+    return NSMake<NSNumber>('d', value);
+}
+
+const char* NSNumber::objCType() const
+{
+    static constexpr char kCodes[] = "c\0s\0i\0q\0Q\0f\0d";
+    return std::find(kCodes, std::end(kCodes), mType);
 }
 
 template<typename T> T NSNumber::converted() const
@@ -219,13 +226,13 @@ float NSNumber::floatValue() const
     if (isFloatingPoint())
         return static_cast<float>(mReal);
     // Straight from the integer: by way of a double it would be rounded twice.
-    return mType[0] == 'Q' ? static_cast<float>(mInteger) : static_cast<float>(converted<std::int64_t>());
+    return mType == 'Q' ? static_cast<float>(mInteger) : static_cast<float>(converted<std::int64_t>());
 }
 double NSNumber::doubleValue() const
 {
     if (isFloatingPoint())
         return mReal;
-    return mType[0] == 'Q' ? static_cast<double>(mInteger) : static_cast<double>(converted<std::int64_t>());
+    return mType == 'Q' ? static_cast<double>(mInteger) : static_cast<double>(converted<std::int64_t>());
 }
 
 NSComparisonResult NSNumber::compare(const NSRef<NSNumber>& other) const
@@ -235,7 +242,7 @@ NSComparisonResult NSNumber::compare(const NSRef<NSNumber>& other) const
     auto place = [](const NSNumber& number) -> Exact {
         if (number.isFloatingPoint())
             return exactly(number.mReal);
-        if (number.mType[0] == 'Q')
+        if (number.mType == 'Q')
             return { Exact::Inside, number.mInteger, 0 };
         return { Exact::Inside, number.converted<std::int64_t>(), 0 };
     };
@@ -268,7 +275,7 @@ NSUInteger NSNumber::hash() const
 
 NSRef<NSString> NSNumber::stringValue() const
 {
-    switch (mType[0]) {
+    switch (mType) {
     case 'f':
         return text(mReal, 7);
     case 'd':
