@@ -145,7 +145,13 @@ public:
     /// Selector: replaceObjectAtIndex:withObject:
     void replaceObjectAtIndex(NSUInteger index, const NSId& object);
     /// Selector: exchangeObjectAtIndex:withObjectAtIndex:
-    void exchangeObjectAtIndex(NSUInteger first, NSUInteger second);
+    void exchangeObjectAtIndex(NSUInteger first, NSUInteger second)
+    {
+        if (first >= count() || second >= count())
+            raiseRange("exchangeObjectAtIndex:withObjectAtIndex:", first >= count() ? first : second);
+        swap(mObjects[first], mObjects[second]);
+        ++mMutations;
+    }
     /// The elements of `other` (none for null), however many, take the places of those in `range`; it may be
     /// this array. Linear. Selector: replaceObjectsInRange:withObjectsFromArray:
     void replaceObjectsInRange(NSRange range, const NSRef<NSArray>& other);

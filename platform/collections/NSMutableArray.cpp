@@ -182,16 +182,7 @@ void NSMutableArray::replaceObjectAtIndex(NSUInteger index, const NSId& object)
     if (index >= count())
         raiseRange("replaceObjectAtIndex:withObject:", index);
     NSId replaced = required(object, "replaceObjectAtIndex:withObject:");
-    std::swap(replaced, mObjects[index]);
-    ++mMutations;
-}
-
-void NSMutableArray::exchangeObjectAtIndex(NSUInteger first, NSUInteger second)
-{
-    for (NSUInteger index : { first, second })
-        if (index >= count())
-            raiseRange("exchangeObjectAtIndex:withObjectAtIndex:", index);
-    swap(mObjects[first], mObjects[second]);
+    swap(replaced, mObjects[index]);
     ++mMutations;
 }
 
