@@ -82,7 +82,8 @@ LUM_EXPORT NSUInteger bsearchComparatorFunction(
 /// Selector: bsearch:selector:
 LUM_EXPORT NSUInteger bsearchSelector(const NSRef<NSArray>& array, const NSId& value, NSSelector selector);
 
-/// Takes out the first element; null when there is none. Selector: dequeueObjectFromFront
+/// Takes out the first element; null when there is none. Moves all others up, so a long queue is better taken
+/// from by index. Selector: dequeueObjectFromFront
 LUM_EXPORT NSId dequeueObjectFromFront(const NSRef<NSMutableArray>& array);
 /// Turns the order round, in place. Selector: reverse
 LUM_EXPORT void reverse(const NSRef<NSMutableArray>& array);

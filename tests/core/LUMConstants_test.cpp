@@ -9,6 +9,8 @@ struct Constant {
     const char* name;
     const NSStringConstant& constant;
     const char* text;
+
+    friend std::ostream& operator<<(std::ostream& stream, const Constant& row) { return stream << row.text; }
 };
 
 class LUMConstantsTest : public ObjectTest, public testing::WithParamInterface<Constant> { };

@@ -4,6 +4,7 @@
 #include "core/system_version.h"
 
 #include <gtest/gtest.h>
+#include <ostream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -110,6 +111,8 @@ struct Release {
     const char* text;
     Number major;
     Number minor;
+
+    friend std::ostream& operator<<(std::ostream& stream, const Release& row) { return stream << row.text; }
 };
 
 class KernelReleaseTest : public testing::TestWithParam<Release> { };

@@ -9,6 +9,11 @@
 
 namespace {
 
+[[maybe_unused]] std::ostream& operator<<(std::ostream& stream, const DeclaredClass& row)
+{
+    return stream << row.name;
+}
+
 struct MethodTablesTest : testing::TestWithParam<DeclaredClass> {
     const NSClass& type = GetParam().classObject();
 
