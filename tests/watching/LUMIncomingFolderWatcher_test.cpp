@@ -257,6 +257,7 @@ TEST_F(LUMIncomingFolderWatcherTest, ScansOnceWhenTheFolderCannotBeWatched)
     std::filesystem::create_directory(drop);
     writeFile(drop + "/b.complete", "");
     NSRef<LUMIncomingFolderWatcher> watcher;
+    drainMainQueue(); // which opens its descriptor, if this is the first test to need it
     {
         const DescriptorLimit limit(0);
         watcher = watch(drop);
