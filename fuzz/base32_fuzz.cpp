@@ -54,7 +54,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     decode(text, lum::Base32Digits::Strict);
     decode(text, lum::Base32Digits::WithBraces);
     std::u16string wide(size / 2, u'?'); // any units, not bytes alone
-    std::memcpy(wide.data(), data, size / 2 * 2);
+    if (!wide.empty())
+        std::memcpy(wide.data(), data, wide.size() * 2);
     decode(wide, lum::Base32Digits::Strict);
 
     auto bytes = std::as_bytes(std::span(data, size));

@@ -26,9 +26,9 @@ constexpr size_t kAhead = 16;
 /// them takes longer than all else a merge does.
 void fetchAhead(NSObject* const* place)
 {
-    const char* object = reinterpret_cast<const char*>(place[kAhead]);
-    __builtin_prefetch(object);
-    __builtin_prefetch(object + 32);
+    const auto object = reinterpret_cast<std::uintptr_t>(place[kAhead]);
+    __builtin_prefetch(reinterpret_cast<const void*>(object));
+    __builtin_prefetch(reinterpret_cast<const void*>(object + 32));
 }
 
 /// Merges the sorted runs [first, middle) and [middle, last) into `out`; of equals the left goes first.
