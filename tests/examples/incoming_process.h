@@ -14,7 +14,7 @@
 /// The example program as a process, with its output in a file.
 class IncomingProcess {
 public:
-    IncomingProcess(std::vector<std::string> words, const std::string& output)
+    IncomingProcess(const char* program, std::vector<std::string> words, const std::string& output)
     {
         words.insert(words.begin(), "incoming");
         std::vector<char*> pointers;
@@ -25,7 +25,7 @@ public:
         posix_spawn_file_actions_init(&files);
         posix_spawn_file_actions_addopen(&files, 1, output.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
         posix_spawn_file_actions_adddup2(&files, 1, 2);
-        if (posix_spawn(&mProcess, LUM_INCOMING_PROGRAM, &files, nullptr, pointers.data(), environ) != 0)
+        if (posix_spawn(&mProcess, program, &files, nullptr, pointers.data(), environ) != 0)
             mProcess = 0;
         posix_spawn_file_actions_destroy(&files);
     }

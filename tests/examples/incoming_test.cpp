@@ -85,7 +85,8 @@ protected:
 
 TEST_F(IncomingTest, FeedsItselfAndTakesEveryFileIn)
 {
-    IncomingProcess incoming({ "--count", "40", "--into", into().string() }, outputFile());
+    IncomingProcess incoming(
+        LUM_INCOMING_PROGRAM, { "--count", "40", "--into", into().string() }, outputFile());
     ASSERT_EQ(incoming.statusWithin(seconds(100)), 0) << output();
     EXPECT_EQ(wholeResults(), 40u);
     EXPECT_NE(output().find("40 files, 0 failed"), std::string::npos) << output();
@@ -94,7 +95,8 @@ TEST_F(IncomingTest, FeedsItselfAndTakesEveryFileIn)
 TEST_F(IncomingTest, TakesInWhatLiesThereAndWhatArrives)
 {
     put("before", "was there");
-    IncomingProcess incoming({ drop().string(), "--into", into().string(), "--count", "2" }, outputFile());
+    IncomingProcess incoming(
+        LUM_INCOMING_PROGRAM, { drop().string(), "--into", into().string(), "--count", "2" }, outputFile());
     put("after", "");
     ASSERT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
     EXPECT_EQ(inflated(into() / "before.gz"), "was there");
@@ -106,7 +108,8 @@ TEST_F(IncomingTest, LeavesUnfinishedFilesAlone)
 {
     std::ofstream(drop() / "growing.partial") << "half";
     put("whole", "all");
-    IncomingProcess incoming({ drop().string(), "--into", into().string(), "--count", "1" }, outputFile());
+    IncomingProcess incoming(
+        LUM_INCOMING_PROGRAM, { drop().string(), "--into", into().string(), "--count", "1" }, outputFile());
     ASSERT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
     EXPECT_TRUE(fs::exists(drop() / "growing.partial"));
     EXPECT_FALSE(fs::exists(into() / "growing.gz"));
@@ -115,14 +118,15 @@ TEST_F(IncomingTest, LeavesUnfinishedFilesAlone)
 TEST_F(IncomingTest, FailsWhenAFileFailed)
 {
     fs::create_directory(drop() / "folder.complete"); // no file to read
-    IncomingProcess incoming({ drop().string(), "--into", into().string(), "--count", "1" }, outputFile());
+    IncomingProcess incoming(
+        LUM_INCOMING_PROGRAM, { drop().string(), "--into", into().string(), "--count", "1" }, outputFile());
     EXPECT_EQ(incoming.statusWithin(seconds(60)), 1);
     EXPECT_NE(output().find("FAILED folder"), std::string::npos) << output();
 }
 
 TEST_F(IncomingTest, StopsCleanlyOnCtrlC)
 {
-    IncomingProcess incoming({ "--into", into().string() }, outputFile());
+    IncomingProcess incoming(LUM_INCOMING_PROGRAM, { "--into", into().string() }, outputFile());
     const auto deadline = std::chrono::steady_clock::now() + seconds(60);
     while (!fs::exists(into() / "originals") || fs::is_empty(into() / "originals")) {
         ASSERT_LT(std::chrono::steady_clock::now(), deadline) << output();
@@ -143,7 +147,8 @@ TEST_F(IncomingTest, LeavesOnlyWholeResultsWhenKilledAtAnyPoint)
         for (int file = 0; file < 20; ++file)
             put(std::to_string(round) + "-" + std::to_string(file),
                 std::string(1 + random() % 200'000, static_cast<char>('a' + file % 26)));
-        IncomingProcess incoming({ drop().string(), "--into", into().string() }, outputFile());
+        IncomingProcess incoming(
+            LUM_INCOMING_PROGRAM, { drop().string(), "--into", into().string() }, outputFile());
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 60'000)); // the point of the kill
         incoming.signal(SIGKILL);
         ASSERT_TRUE(incoming.statusWithin(seconds(30)));
@@ -153,7 +158,7 @@ TEST_F(IncomingTest, LeavesOnlyWholeResultsWhenKilledAtAnyPoint)
     const std::size_t waiting =
         static_cast<std::size_t>(std::distance(fs::directory_iterator(drop()), fs::directory_iterator()));
     if (waiting > 0) {
-        IncomingProcess last(
+        IncomingProcess last(LUM_INCOMING_PROGRAM,
             { drop().string(), "--into", into().string(), "--count", std::to_string(waiting) }, outputFile());
         ASSERT_EQ(last.statusWithin(seconds(60)), 0) << output();
     }
@@ -163,7 +168,7 @@ TEST_F(IncomingTest, LeavesOnlyWholeResultsWhenKilledAtAnyPoint)
 TEST_F(IncomingTest, LosesAndDoublesNoneOfVeryManyFiles)
 {
     constexpr int kFiles = LUM_INCOMING_MANY;
-    IncomingProcess incoming(
+    IncomingProcess incoming(LUM_INCOMING_PROGRAM,
         { drop().string(), "--into", into().string(), "--count", std::to_string(kFiles) }, outputFile());
     for (int file = 0; file < kFiles; ++file)
         put(std::to_string(file), std::to_string(file));
@@ -184,7 +189,7 @@ TEST_F(IncomingTest, LosesAndDoublesNoneOfVeryManyFiles)
 TEST_F(IncomingTest, ExplainsItselfWhenTheWordsMakeNoSense)
 {
     for (const char* word : { "--jobs", "--count=0", "--no-such" }) {
-        IncomingProcess incoming({ word }, outputFile());
+        IncomingProcess incoming(LUM_INCOMING_PROGRAM, { word }, outputFile());
         EXPECT_EQ(incoming.statusWithin(seconds(30)), 2) << word;
         EXPECT_NE(output().find("incoming [FOLDER]"), std::string::npos);
     }
