@@ -21,6 +21,8 @@ public:
 
     /// Takes no more files in; `idle` is called on the main thread once all that was begun has ended.
     void stop(std::function<void()> idle);
+    /// Ends the worker threads, each of which may still hold this object for the report it has just made.
+    void finish() { mWorkers.finish(); }
     std::size_t filesInWork() const { return mJobs.size(); }
     NSUInteger filesWaiting() const { return mQueue->numberOfPendingJobs(); }
 

@@ -149,6 +149,7 @@ int run(const Options& options)
     };
     tick();
     loop->run();
+    intake->finish(); // so that it ends here, not on one of its own threads
 
     feeder.reset();
     progress.printTable();

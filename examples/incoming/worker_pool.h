@@ -15,7 +15,10 @@ public:
         for (std::size_t at = 0; at < threads; ++at)
             mThreads.emplace_back([this] { serve(); });
     }
-    ~WorkerPool()
+    ~WorkerPool() { finish(); }
+
+    /// Waits for all the work and ends the threads.
+    void finish()
     {
         {
             std::lock_guard lock(mMutex);
@@ -24,6 +27,7 @@ public:
         mArrived.notify_all();
         for (std::thread& thread : mThreads)
             thread.join();
+        mThreads.clear();
     }
     WorkerPool(const WorkerPool&) = delete;
     WorkerPool& operator=(const WorkerPool&) = delete;
