@@ -1,30 +1,51 @@
 #include "LUMFoundation/LUMNotificationCenterCategory.h"
 
-#include "LUMPlatform/NSSend.h"
 #include "LUMPlatform/NSThreadPerformAdditions.h"
+#include "core/extension_operation.h"
 #include "core/method_tables.h"
 
 namespace {
 
-void postWithObject(
-    const NSRef<NSNotificationCenter>& center, const NSRef<NSString>& name, const NSId& object)
+// Each step is a message, so that a class of centres may have its own way of posting on the main thread.
+
+void here(const NSRef<NSNotificationCenter>& center, const NSRef<NSNotification>& notification)
+{
+    center->postNotification(notification);
+}
+
+void onMainThread(const NSRef<NSNotificationCenter>& center, const NSRef<NSNotification>& notification)
+{
+    static const NSSelector selector("handleMainThreadPosting:");
+    NSThreadPerformAdditions::performSelectorOnMainThread(center, selector, notification, true);
+}
+
+void withUserInfo(const NSRef<NSNotificationCenter>& center, const NSRef<NSString>& name, const NSId& object,
+    const NSRef<NSDictionary>& userInfo)
+{
+    LUMNotificationCenterCategory::postNotificationOnMainThread(
+        center, NSNotification::notificationWithName(name, object, userInfo));
+}
+
+void withObject(const NSRef<NSNotificationCenter>& center, const NSRef<NSString>& name, const NSId& object)
 {
     LUMNotificationCenterCategory::postNotificationNameOnMainThread(center, name, object);
 }
 
-void postWithName(const NSRef<NSNotificationCenter>& center, const NSRef<NSString>& name)
+void withName(const NSRef<NSNotificationCenter>& center, const NSRef<NSString>& name)
 {
     LUMNotificationCenterCategory::postNotificationNameOnMainThread(center, name);
 }
 
+using Handle = lum::ExtensionOperation<"handleMainThreadPosting:", &here>;
+using Post = lum::ExtensionOperation<"postNotificationOnMainThread:", &onMainThread>;
+using PostName = lum::ExtensionOperation<"postNotificationNameOnMainThread:object:userInfo:", &withUserInfo>;
+
 constexpr NSMethod kMethods[] = {
-    NSMethodOf<"postNotificationNameOnMainThread:", &postWithName>(),
-    NSMethodOf<"postNotificationNameOnMainThread:object:", &postWithObject>(),
-    NSMethodOf<"postNotificationNameOnMainThread:object:userInfo:",
-        &LUMNotificationCenterCategory::postNotificationNameOnMainThread>(),
-    NSMethodOf<"postNotificationOnMainThread:",
-        &LUMNotificationCenterCategory::postNotificationOnMainThread>(),
-    NSMethodOf<"handleMainThreadPosting:", &LUMNotificationCenterCategory::handleMainThreadPosting>(),
+    NSMethodOf<"postNotificationNameOnMainThread:", &withName>(),
+    NSMethodOf<"postNotificationNameOnMainThread:object:", &withObject>(),
+    PostName::method(),
+    Post::method(),
+    Handle::method(),
 };
 
 }
@@ -39,24 +60,19 @@ namespace LUMNotificationCenterCategory {
 void postNotificationNameOnMainThread(const NSRef<NSNotificationCenter>& center, const NSRef<NSString>& name,
     const NSId& object, const NSRef<NSDictionary>& userInfo)
 {
-    static const NSSelector selector("postNotificationOnMainThread:");
-    if (center)
-        NSSend(center, selector, NSNotification::notificationWithName(name, object, userInfo));
+    PostName::call(center, name, object, userInfo);
 }
 
 void postNotificationOnMainThread(
     const NSRef<NSNotificationCenter>& center, const NSRef<NSNotification>& notification)
 {
-    // A message, so that a class of centres may have its own way of posting on the main thread.
-    static const NSSelector selector("handleMainThreadPosting:");
-    NSThreadPerformAdditions::performSelectorOnMainThread(center, selector, notification, true);
+    Post::call(center, notification);
 }
 
 void handleMainThreadPosting(
     const NSRef<NSNotificationCenter>& center, const NSRef<NSNotification>& notification)
 {
-    if (center)
-        center->postNotification(notification);
+    Handle::call(center, notification);
 }
 
 }

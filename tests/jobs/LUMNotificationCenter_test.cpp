@@ -173,4 +173,35 @@ TEST_F(LUMNotificationCenterCategoryTest, RaisesForNullsAndDoesNothingWithoutACe
     LUMNotificationCenterCategory::handleMainThreadPosting(nullptr, nullptr);
 }
 
+/// A class of centres with its own idea of what is done on the main thread.
+class CountingCenter : public NSNotificationCenter {
+public:
+    static const NSClass& classObject()
+    {
+        static constexpr NSMethod kMethods[] = {
+            NSMethodOf<"handleMainThreadPosting:", &CountingCenter::count>()
+        };
+        static const NSClass& type =
+            NSClass::define("CountingCenter", &NSNotificationCenter::classObject(), kMethods);
+        return type;
+    }
+    void count(const NSRef<NSNotification>& notification)
+    {
+        ++counted;
+        postNotification(notification);
+    }
+    int counted = 0;
+};
+
+TEST_F(LUMNotificationCenterCategoryTest, LeavesAClassItsOwnWayOfPosting)
+{
+    auto counting = NSMake<CountingCenter>();
+    counting->addObserver(observer, kFirst, "N", nullptr);
+    LUMNotificationCenterCategory::postNotificationNameOnMainThread(counting, "N");
+    LUMNotificationCenterCategory::handleMainThreadPosting(
+        counting, NSNotification::notificationWithName("N"));
+    EXPECT_EQ(counting->counted, 2);
+    EXPECT_EQ(observer->take(), "first@main first@main ");
+}
+
 }
