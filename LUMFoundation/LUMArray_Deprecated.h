@@ -14,10 +14,11 @@ class NSNumber;
 ///     auto numbers = LUMArray_Deprecated::arrayWithUInt32Values(sizes, 2); // an array of 12 and 34
 namespace LUMArray_Deprecated {
 
-/// An array of `count` numbers; empty when `values` is null. Selector: arrayWithUInt32Values:count:
+/// An array of `count` numbers; empty when `values` is null. Selector (of the class):
+/// arrayWithUInt32Values:count:
 [[deprecated("fill an NSMutableArray")]] LUM_EXPORT NSRef<NSMutableArray> arrayWithUInt32Values(
     const std::uint32_t* values, NSUInteger count);
-/// The same for 32-bit floats. Selector: arrayWithFloat32Values:count:
+/// The same for 32-bit floats. Selector (of the class): arrayWithFloat32Values:count:
 [[deprecated("fill an NSMutableArray")]] LUM_EXPORT NSRef<NSMutableArray> arrayWithFloat32Values(
     const float* values, NSUInteger count);
 

@@ -67,8 +67,8 @@ LUM_EXPORT NSRef<NSData> zlibDeflate(const NSRef<NSData>& data);
 /// first. Selector: gzipInflate
 LUM_EXPORT NSRef<NSData> gzipInflate(const NSRef<NSData>& data);
 
-/// As zlibDeflate(), but a gzip stream (RFC 1952), without a name or a time: a gzip file. Selector:
-/// gzipDeflate
+/// As zlibDeflate(), but a gzip stream (RFC 1952), without a name or a time: a gzip file.
+/// Selector: gzipDeflate
 LUM_EXPORT NSRef<NSData> gzipDeflate(const NSRef<NSData>& data);
 
 /// The CRC-32 of zlib, gzip and IEEE 802.3; 0 for no bytes. Selector: crc32

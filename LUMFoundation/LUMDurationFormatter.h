@@ -26,8 +26,8 @@ public:
     virtual void setAlwaysShowHours(bool shows);
     virtual bool alwaysShowHours() const; ///< Selector: alwaysShowHours
 
-    /// Stored, and without effect: minutes are always written. At first false. Selector:
-    /// setAlwaysShowMinutes:
+    /// Stored, and without effect: minutes are always written. At first false.
+    /// Selector: setAlwaysShowMinutes:
     virtual void setAlwaysShowMinutes(bool shows);
     virtual bool alwaysShowMinutes() const; ///< Selector: alwaysShowMinutes
 
@@ -36,8 +36,8 @@ public:
     virtual void setIncludeMilliseconds(bool includes);
     virtual bool includeMilliseconds() const; ///< Selector: includeMilliseconds
 
-    /// An "s" after the seconds, never together with hundredths. At first false. Selector:
-    /// setShowsLastUnitLabel:
+    /// An "s" after the seconds, never together with hundredths. At first false.
+    /// Selector: setShowsLastUnitLabel:
     virtual void setShowsLastUnitLabel(bool shows);
     virtual bool showsLastUnitLabel() const; ///< Selector: showsLastUnitLabel
 
@@ -48,8 +48,8 @@ public:
 
     /// The text for the value's floatValue, to the precision of a float; null only for 0 without
     /// displaysZero. Null, or an object without floatValue, counts as 0. From 2^32 seconds on, infinity
-    /// included, it shows 1193046:28:15, the most that counts; not-a-number shows 00:00. Selector:
-    /// stringForObjectValue:
+    /// included, it shows 1193046:28:15, the most that counts; not-a-number shows 00:00.
+    /// Selector: stringForObjectValue:
     NSRef<NSString> stringForObjectValue(const NSId& value) const override;
 
 protected:

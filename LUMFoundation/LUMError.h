@@ -12,7 +12,7 @@ namespace LUMError {
 /// An error in NSOSStatusErrorDomain whose user information has `description` under
 /// NSLocalizedDescriptionKey and `reason` under NSLocalizedFailureReasonErrorKey. A null reason is left out.
 /// Deliberate: with a null description both are, and the user information is empty.
-/// Threads: any. Selector: errorWithOSStatus:description:reason:
+/// Threads: any. Selector (of the class): errorWithOSStatus:description:reason:
 LUM_EXPORT NSRef<NSError> errorWithOSStatus(
     OSStatus status, const NSRef<NSString>& description, const NSRef<NSString>& reason);
 

@@ -28,8 +28,9 @@ public:
 
     /// A watcher of the folder, which is made, with those above it, if it is missing; null if that fails. The
     /// extensions come without a full stop. The first scan runs at the next turn of the main thread's loop. A
-    /// folder that cannot be watched gets that scan and no other. Selector:
-    /// initWithFolder:completedfileType:incompleteFileType:
+    /// folder that cannot be watched gets that scan and no other. A null folder makes nothing, and every scan
+    /// of it finds nothing; a null extension matches no file.
+    /// Selector: initWithFolder:completedfileType:incompleteFileType:
     static NSRef<LUMIncomingFolderWatcher> initWithFolder(const NSRef<NSString>& folderPath,
         const NSRef<NSString>& completedFileType, const NSRef<NSString>& incompleteFileType);
 
@@ -41,13 +42,14 @@ public:
     /// be there, so a relative path of one component is never looked at. Selector: createFolderIfNeeded
     bool createFolderIfNeeded() const;
 
-    /// The message of the watcher of the folder; has the main thread scan soon. Selector:
-    /// watcher:receivedNotification:forPath:
+    /// The message of the watcher of the folder; has the main thread scan soon.
+    /// Selector: watcher:receivedNotification:forPath:
     void watcherReceivedNotification(
         const NSId& watcher, const NSRef<NSString>& name, const NSRef<NSString>& path);
 
-    /// Posts a notification for each file that is in the folder now, in the order of its listing. Selector:
-    /// scanFolder
+    /// Posts a notification for each file that is in the folder now, in the order of its listing, on the
+    /// calling thread.
+    /// Selector: scanFolder
     void scanFolder();
 
 protected:

@@ -53,8 +53,8 @@ public:
     void lock() override; ///< For subclasses; not recursive. Selector: lock
     void unlock() override; ///< Selector: unlock
 
-    /// Any value; 0.5 in a new job. A queue overwrites it with its own when it starts the job. Selector:
-    /// setPriority:
+    /// Any value; 0.5 in a new job. A queue overwrites it with its own when it starts the job.
+    /// Selector: setPriority:
     virtual void setPriority(double priority);
     virtual double priority() const; ///< Selector: priority
 

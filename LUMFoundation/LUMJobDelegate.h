@@ -9,7 +9,7 @@ class LUMJob;
 ///
 /// Each report comes on the thread that made it, before the job's call returns. A job refers to its delegate
 /// weakly, and keeps it alive while it reports. There is no report of an error: a failed job reports that it
-/// was cancelled, and its error() is not null.
+/// was cancelled, and its error() is not null. See LUMJob for an example; a LUMJobQueue is one.
 class LUM_EXPORT LUMJobDelegate : public NSProtocol {
 public:
     virtual void jobDidStart(LUMJob& job) = 0; ///< Selector: jobDidStart:

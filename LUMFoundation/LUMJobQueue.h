@@ -31,8 +31,8 @@ class LUM_EXPORT LUMJobQueue : public NSObject, public NSLocking, public LUMJobD
 public:
     static const NSClass& classObject();
 
-    /// The processors this process may run on, for setMaxConcurrentJobs(); 1 when the system does not say.
-    /// The queue itself does not ask. Selector: numCores
+    /// The processors that the calling thread may run on, for setMaxConcurrentJobs(); else those online; else
+    /// 1. The queue itself does not ask. Selector: numCores
     static NSUInteger numCores();
 
     void lock() override; ///< Recursive. Selector: lock
@@ -43,15 +43,15 @@ public:
     virtual void setMaxConcurrentJobs(NSUInteger maximum);
     virtual NSUInteger maxConcurrentJobs() const; ///< Selector: maxConcurrentJobs
 
-    /// A job that was resumed n times counts n more, until it ends. Takes the lock. Selector:
-    /// numberOfActiveJobs
+    /// A job that was resumed n times counts n more, until it ends. Takes the lock.
+    /// Selector: numberOfActiveJobs
     virtual NSUInteger numberOfActiveJobs() const;
     virtual NSUInteger numberOfPendingJobs() const; ///< Takes the lock. Selector: numberOfPendingJobs
     /// Pending and active; paused ones are among the active. Takes the lock. Selector: numberOfJobs
     virtual NSUInteger numberOfJobs() const;
 
-    /// The priority that each job is given when it starts; 1 in a new queue. It orders nothing. Selector:
-    /// setPriority:
+    /// The priority that each job is given when it starts; 1 in a new queue. It orders nothing.
+    /// Selector: setPriority:
     virtual void setPriority(double priority);
     virtual double priority() const; ///< Selector: priority
 
@@ -67,8 +67,8 @@ public:
 
     /// Starts pending jobs, the first added first, while fewer than the maximum are active. Each gets the
     /// queue's priority. A job whose start() answers false is dropped and the delegate not told; one whose
-    /// start() answers true without having reported is started again and again. Selector:
-    /// startNextJobIfNeeded
+    /// start() answers true without having reported is started again and again.
+    /// Selector: startNextJobIfNeeded
     virtual void startNextJobIfNeeded();
 
     /// Takes a pending job out, tells the delegate that it was cancelled, and starts others, without a word
@@ -83,16 +83,18 @@ public:
     /// The active jobs now, one entry for each time a job counts. Takes the lock. Selector: activeJobs
     virtual NSRef<NSArray> activeJobs() const;
 
-    // The reports of the jobs. Takes no lock: a start.
-    void jobDidStart(LUMJob& job) override; ///< Selector: jobDidStart:
-    /// Tells the delegate of a resume; see LUMJobQueueDelegate. Selector: jobDidPause:
+    /// Moves the job from pending to active and tells the delegate. Takes no lock. Selector: jobDidStart:
+    void jobDidStart(LUMJob& job) override;
+    /// Lists the job as paused and tells the delegate of a resume, under the lock. Selector: jobDidPause:
     void jobDidPause(LUMJob& job) override;
-    void jobDidResume(LUMJob& job) override; ///< Selector: jobDidResume:
-    /// Takes the job out under the lock; without it, tells the delegate and starts others. Selector:
-    /// jobDidComplete:
+    /// Counts the job once more and tells the delegate, under the lock. Selector: jobDidResume:
+    void jobDidResume(LUMJob& job) override;
+    /// Takes the job out under the lock; without it, tells the delegate and starts others.
+    /// Selector: jobDidComplete:
     void jobDidComplete(LUMJob& job) override;
-    /// Takes the job out, tells the delegate and starts others, all under the lock. A paused job stays in the
-    /// queue's memory until the queue ends, here and in jobDidComplete(). Selector: jobDidCancel:
+    /// Takes the job out, tells the delegate and starts others, all under the lock. A job that ends while it
+    /// is paused stays owned by the queue until the queue ends; so in jobDidComplete().
+    /// Selector: jobDidCancel:
     void jobDidCancel(LUMJob& job) override;
     void jobStateDidChange(LUMJob& job) override; ///< Nothing. Selector: jobStateDidChange:
 

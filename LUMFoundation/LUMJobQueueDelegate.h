@@ -10,6 +10,11 @@ class LUMJobQueue;
 ///
 /// Each message comes on the thread on which the job reported, before the job's call returns. The queue
 /// refers to its delegate weakly and keeps it alive during a message.
+///
+///     class Overseer : public NSObject, public LUMJobQueueDelegate {
+///         void jobQueueDidCompleteJob(LUMJobQueue& queue, LUMJob& job) override { ++done; }
+///         ... // and the others, which may be empty
+///     };
 class LUM_EXPORT LUMJobQueueDelegate : public NSProtocol {
 public:
     /// Selector: jobQueue:didStartJob:

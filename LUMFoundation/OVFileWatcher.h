@@ -34,6 +34,8 @@ extern LUM_EXPORT const NSStringConstant OVFileWatcherAccessRevocationNotificati
 ///         void watcherReceivedNotification(
 ///             const NSId& watcher, const NSRef<NSString>& name, const NSRef<NSString>& path);
 ///     };
+///
+/// Null paths are ignored. Threads: see the class.
 class LUM_EXPORT OVFileWatcher : public NSProtocol {
 public:
     /// Starts watching a path. Selector: addPath:

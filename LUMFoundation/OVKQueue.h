@@ -2,6 +2,7 @@
 
 #include "LUMFoundation/OVFileWatcher.h"
 
+#include <atomic>
 #include <memory>
 
 namespace lum {
@@ -103,5 +104,6 @@ private:
     const std::shared_ptr<Core> mCore;
 };
 
-/// The shared watcher; null until it is asked for.
+/// The shared watcher; null until it is asked for, from then on there as long as the process. Only to be
+/// read.
 extern LUM_EXPORT std::atomic<OVKQueue*> gOVKQueueSharedQueueSingleton;

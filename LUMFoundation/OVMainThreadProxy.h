@@ -28,8 +28,8 @@ class LUM_EXPORT OVMainThreadProxy : public NSObject {
 public:
     static const NSClass& classObject();
 
-    /// A proxy for `target`, which it does not own; null is a target that has ended. Selector:
-    /// initWithTarget:
+    /// A proxy for `target`, which it does not own; null is a target that has ended.
+    /// Selector: initWithTarget:
     static NSRef<OVMainThreadProxy> initWithTarget(const NSId& target);
 
     /// A new proxy for `object`; a proxy itself when `object` is one; null for null. Any object answers the

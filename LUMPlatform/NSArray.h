@@ -57,8 +57,8 @@ public:
     /// Selector: arrayByAddingObjectsFromArray:
     NSRef<NSArray> arrayByAddingObjectsFromArray(const NSRef<NSArray>& other) const;
 
-    /// A new array in the order of `comparator`; equal elements keep theirs. Selector:
-    /// sortedArrayUsingComparator:
+    /// A new array in the order of `comparator`; equal elements keep theirs.
+    /// C++ form of sortedArrayUsingComparator:
     NSRef<NSArray> sortedArrayUsingComparator(const NSComparator& comparator) const;
     /// The same, comparing by a method such as compare: that takes the other element. Raises
     /// NSInvalidArgumentException when an element does not answer it. Selector: sortedArrayUsingSelector:
@@ -69,8 +69,8 @@ public:
     void makeObjectsPerformSelector(NSSelector selector) const; ///< Selector: makeObjectsPerformSelector:
     /// Selector: makeObjectsPerformSelector:withObject:
     void makeObjectsPerformSelectorWithObject(NSSelector selector, const NSId& object) const;
-    /// The elements' descriptions in one text; null separates by nothing. Selector:
-    /// componentsJoinedByString:
+    /// The elements' descriptions in one text; null separates by nothing.
+    /// Selector: componentsJoinedByString:
     NSRef<NSString> componentsJoinedByString(const NSRef<NSString>& separator) const;
 
     NSRef<NSEnumerator> objectEnumerator() const; ///< Selector: objectEnumerator
@@ -84,7 +84,7 @@ public:
 
     bool isEqualToArray(const NSRef<NSArray>& other) const; ///< Selector: isEqualToArray:
     /// Equal elements in equal order, whatever the classes of the two arrays. Raises
-    /// NSInvalidArgumentException when they are nested thousands deep, as one that contains itself is.
+    /// NSInvalidArgumentException beyond 2,000 levels, which one that contains itself has.
     bool isEqual(const NSId& other) const override;
     NSUInteger hash() const override;
     /// "(\n    a,\n    b\n)", inner collections indented; one that contains itself is cut short.

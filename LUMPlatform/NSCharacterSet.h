@@ -11,7 +11,7 @@ class CharacterSet;
 /// An immutable set of characters (code points), to search, split and trim strings by.
 ///
 ///     NSRef<NSString> name =
-///     field->stringByTrimmingCharactersInSet(NSCharacterSet::whitespaceCharacterSet());
+///         field->stringByTrimmingCharactersInSet(NSCharacterSet::whitespaceCharacterSet());
 ///
 /// The named sets are always the same objects and cost nothing to ask for. A look-up takes one bit test for
 /// an ASCII character and a binary search for others. Threads: any.

@@ -3,7 +3,8 @@
 #include <atomic>
 #include <cstdint>
 
-/// From <sys/single_threaded.h> of the C library: false before a second thread can run.
+/// From the C library, declared here because public headers include no header of the system: true while no
+/// second thread can run.
 extern "C" char __libc_single_threaded;
 
 /// Counts of references. With one thread in the process a plain addition does, in a fraction of the time that

@@ -20,29 +20,29 @@ public:
     static const NSClass& classObject();
 
     static NSRef<NSData> data(); ///< Selector: data
-    /// A copy of the bytes; null `bytes` with a length raises NSInvalidArgumentException. Selector:
-    /// dataWithBytes:length:
+    /// A copy of the bytes; null `bytes` with a length raises NSInvalidArgumentException.
+    /// Selector: dataWithBytes:length:
     static NSRef<NSData> dataWithBytes(const void* bytes, NSUInteger length);
     /// Takes the bytes over without copying and gives them to `free` at its end, or at once when it cannot be
     /// made; with a null function they must outlive the data. Selector: dataWithBytesNoCopy:length:
     static NSRef<NSData> dataWithBytesNoCopy(void* bytes, NSUInteger length, void (*free)(void*) = std::free);
-    static NSRef<NSData> dataWithData(
-        const NSRef<NSData>& other); ///< Empty for null. Selector: dataWithData:
+    /// Empty for null. Selector: dataWithData:
+    static NSRef<NSData> dataWithData(const NSRef<NSData>& other);
 
     /// The bytes of a file, to its end. Null, with the status of what failed, when it cannot be read: -43
-    /// when nothing is there, -50 for a path that is null, empty, or has a NUL inside. Selector:
-    /// dataWithContentsOfFile:
+    /// when nothing is there, -50 for a path that is null, empty, or has a NUL inside.
+    /// Selector: dataWithContentsOfFile:
     static NSRef<NSData> dataWithContentsOfFile(const NSRef<NSString>& path, NSRef<NSError>* error = nullptr);
     /// Writes the bytes to a file; false, with the status of what failed, otherwise.
     ///
     /// `atomically`: in one step, so that whatever happens meanwhile, a power cut included, the file holds
     /// the old bytes or the new ones. The file keeps its permissions, and its owner where that is allowed; a
-    /// symbolic link is written through. Otherwise the file is written in place. Selector:
-    /// writeToFile:atomically:
+    /// symbolic link is written through. Otherwise the file is written in place.
+    /// Selector: writeToFile:atomically:
     bool writeToFile(const NSRef<NSString>& path, bool atomically, NSRef<NSError>* error = nullptr) const;
 
     NSUInteger length() const { return mLength; } ///< Selector: length
-    /// Valid while the data exists and, if it is mutable, is not changed. Selector: bytes
+    /// Valid while the data exists and, if it is mutable, is not changed. C++ form of bytes
     std::span<const std::byte> bytes() const { return { mBytes, mLength }; }
     NSRef<NSData> subdataWithRange(NSRange range) const; ///< A copy of a part. Selector: subdataWithRange:
 
@@ -81,7 +81,7 @@ public:
     static NSRef<NSMutableData> dataWithBytes(const void* bytes, NSUInteger length);
     static NSRef<NSMutableData> dataWithData(const NSRef<NSData>& other); ///< Selector: dataWithData:
 
-    /// Valid until the next change. Selector: mutableBytes
+    /// Valid until the next change. C++ form of mutableBytes
     std::span<std::byte> mutableBytes() { return { mBytes, mLength }; }
     void appendBytes(const void* bytes, NSUInteger length); ///< Selector: appendBytes:length:
     void appendData(const NSRef<NSData>& other); ///< Nothing for null. Selector: appendData:

@@ -21,11 +21,11 @@ public:
     static NSRef<NSDate> dateWithTimeIntervalSinceReferenceDate(NSTimeInterval seconds);
 
     NSTimeInterval timeIntervalSinceReferenceDate() const; ///< Selector: timeIntervalSinceReferenceDate
-    /// Negative when this date is the earlier one. Null raises NSInvalidArgumentException. Selector:
-    /// timeIntervalSinceDate:
+    /// Negative when this date is the earlier one. Null raises NSInvalidArgumentException.
+    /// Selector: timeIntervalSinceDate:
     NSTimeInterval timeIntervalSinceDate(const NSRef<NSDate>& other) const;
-    /// Ascending when this date is the earlier one. Null raises NSInvalidArgumentException. Selector:
-    /// compare:
+    /// Ascending when this date is the earlier one. Null raises NSInvalidArgumentException.
+    /// Selector: compare:
     NSComparisonResult compare(const NSRef<NSDate>& other) const;
 
     bool isEqual(const NSId& other) const override; ///< Exactly the same time.

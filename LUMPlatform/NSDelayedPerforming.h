@@ -3,6 +3,8 @@
 #include "LUMPlatform/NSObject.h"
 
 /// Dynamic calls that run later.
+///
+///     NSDelayedPerforming::performSelector(view, NSSelector("blink"), nullptr, 0.5);
 namespace NSDelayedPerforming {
 
 /// Has `receiver` perform `selector` on the main thread after `delay` seconds, with `argument` if the

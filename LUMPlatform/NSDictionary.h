@@ -37,8 +37,8 @@ public:
     static NSRef<NSDictionary> dictionary(); ///< Selector: dictionary
     /// Selector: dictionaryWithObject:forKey:
     static NSRef<NSDictionary> dictionaryWithObject(const NSId& object, const NSId& key);
-    /// Pairs the two lists up. Raises NSInvalidArgumentException when their counts differ. Selector:
-    /// dictionaryWithObjects:forKeys:
+    /// Pairs the two lists up. Raises NSInvalidArgumentException when their counts differ.
+    /// Selector: dictionaryWithObjects:forKeys:
     static NSRef<NSDictionary> dictionaryWithObjects(
         const NSRef<NSArray>& objects, const NSRef<NSArray>& keys);
     /// Reads value, key, value, key, ... and stops at the first null, with what it had read; a null key after
@@ -66,8 +66,8 @@ public:
     NSUInteger mutations() const;
 
     bool isEqualToDictionary(const NSRef<NSDictionary>& other) const; ///< Selector: isEqualToDictionary:
-    /// Equal values under equal keys, in whatever order and class. Raises NSInvalidArgumentException
-    /// when they are nested thousands deep, as one that contains itself is.
+    /// Equal values under equal keys, in whatever order and class. Raises NSInvalidArgumentException beyond
+    /// 2,000 levels, which one that contains itself has.
     bool isEqual(const NSId& other) const override;
     NSUInteger hash() const override;
     /// "{\n    key = value;\n}", inner collections indented, by ascending key when all keys are strings.
@@ -102,8 +102,8 @@ public:
     /// Selector: dictionaryWithDictionary:
     static NSRef<NSMutableDictionary> dictionaryWithDictionary(const NSRef<NSDictionary>& other);
 
-    /// Replaces the value of a key that is there, which keeps its place in the order. Selector:
-    /// setObject:forKey:
+    /// Replaces the value of a key that is there, which keeps its place in the order.
+    /// Selector: setObject:forKey:
     void setObject(const NSId& object, const NSId& key);
     /// Nothing happens when there is none. A null key raises. Selector: removeObjectForKey:
     void removeObjectForKey(const NSId& key);

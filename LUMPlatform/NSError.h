@@ -9,8 +9,8 @@ using OSStatus = std::int32_t;
 /// Why something failed in the outside world: a domain, a code within it, and further information.
 ///
 /// An operation that can fail takes `NSRef<NSError>* error = nullptr` as its last argument and stores one
-/// there on failure, unless the pointer is null. Misuse by the caller is an NSException instead. Immutable;
-/// threads: any.
+/// there on failure, unless the pointer is null. Misuse by the caller is an NSException instead. Immutable.
+/// Threads: any.
 ///
 ///     NSRef<NSError> error;
 ///     auto data = NSData::dataWithContentsOfFile("/etc/hostname", &error);

@@ -23,10 +23,10 @@ public:
     NSException& operator=(const NSException&) noexcept;
     ~NSException() override;
 
-    NSRef<NSString> name() const; ///< Selector: name
-    NSRef<NSString> reason() const; ///< Selector: reason
-    NSRef<NSDictionary> userInfo() const; ///< Null when it carries none. Selector: userInfo
-    NSRef<NSString> description() const; ///< The reason. Selector: description
+    NSRef<NSString> name() const;
+    NSRef<NSString> reason() const;
+    NSRef<NSDictionary> userInfo() const; ///< Null when it carries none.
+    NSRef<NSString> description() const; ///< The reason.
     /// "name: reason" in UTF-8; lives as long as the exception.
     const char* what() const noexcept override;
 

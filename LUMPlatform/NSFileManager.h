@@ -28,14 +28,14 @@ public:
 
     /// Makes a folder. With `createIntermediates` it makes those above it as well, and a folder that is
     /// already there is fine (-48 for anything else in its place); without, what is there gives -48 and a
-    /// missing folder above -43. `attributes` are not used yet. Selector:
-    /// createDirectoryAtPath:withIntermediateDirectories:attributes:error:
+    /// missing folder above -43. `attributes` is ignored: folders get mode 0777 less the umask.
+    /// Selector: createDirectoryAtPath:withIntermediateDirectories:attributes:error:
     [[nodiscard]] bool createDirectoryAtPath(const NSRef<NSString>& path, bool createIntermediates,
         const NSRef<NSDictionary>& attributes = nullptr, NSRef<NSError>* error = nullptr) const;
 
     /// The names in a folder, hidden ones too, in the order the file system yields them; null with an error
-    /// when it cannot be read. Names that are not UTF-8, which no path can tell, are left out. Selector:
-    /// contentsOfDirectoryAtPath:error:
+    /// when it cannot be read. Names that are not UTF-8, which no path can tell, are left out.
+    /// Selector: contentsOfDirectoryAtPath:error:
     NSRef<NSArray> contentsOfDirectoryAtPath(
         const NSRef<NSString>& path, NSRef<NSError>* error = nullptr) const;
 

@@ -16,8 +16,8 @@ public:
     virtual NSRef<NSString> stringForObjectValue(const NSId& value) const = 0;
 
     /// Reads a value out of a text. Here there is no reading: answers false and stores nothing. A subclass
-    /// answers whether it could, and stores the value, or else why not; both pointers may be null. Selector:
-    /// getObjectValue:forString:errorDescription:
+    /// answers whether it could, and stores the value, or else why not; both pointers may be null.
+    /// Selector: getObjectValue:forString:errorDescription:
     virtual bool getObjectValue(
         NSId* value, const NSRef<NSString>& string, NSRef<NSString>* errorDescription = nullptr) const;
 

@@ -24,8 +24,8 @@ public:
     NSUInteger count() const; ///< Of indexes, not ranges. Selector: count
     NSUInteger firstIndex() const; ///< NSNotFound when empty. Selector: firstIndex
     NSUInteger lastIndex() const; ///< NSNotFound when empty. Selector: lastIndex
-    /// The next index above `index`, which need not be in the set; NSNotFound when there is none. Selector:
-    /// indexGreaterThanIndex:
+    /// The next index above `index`, which need not be in the set; NSNotFound when there is none.
+    /// Selector: indexGreaterThanIndex:
     NSUInteger indexGreaterThanIndex(NSUInteger index) const;
     bool containsIndex(NSUInteger index) const; ///< Selector: containsIndex:
 

@@ -28,24 +28,24 @@ public:
     NSSelector selector() const { return mSelector; } ///< Selector: selector
     void setSelector(NSSelector selector) { mSelector = selector; } ///< Selector: setSelector:
     NSId target() const; ///< Selector: target
-    /// Kept only once retainArguments was called; until then the target is a zeroing weak one. Selector:
-    /// setTarget:
+    /// Kept only once retainArguments was called; until then the target is a zeroing weak one.
+    /// Selector: setTarget:
     void setTarget(const NSId& target);
 
     /// Stores an argument, converted to the signature's type. Raises NSInvalidArgumentException when the
-    /// index is none of an argument, or the value does not fit. Selector: setArgument:atIndex:
+    /// index is none of an argument, or the value does not fit. C++ form of setArgument:atIndex:
     template<typename T> void setArgument(const T& value, NSUInteger index)
     {
         store(NSArgument::of(value), index);
     }
-    /// Selector: getArgument:atIndex:
+    /// C++ form of getArgument:atIndex:
     template<typename T> T argument(NSUInteger index) const { return load(index).template as<T>(); }
-    /// Selector: setReturnValue:
+    /// C++ form of setReturnValue:
     template<typename T> void setReturnValue(const T& value)
     {
         mResult.set(NSArgument::of(value).convertedTo(returnType()));
     }
-    /// The result of the last call; zero before the first. Selector: getReturnValue:
+    /// The result of the last call; zero before the first. C++ form of getReturnValue:
     template<typename T> T returnValue() const { return mResult.value().template as<T>(); }
     const NSArgument& result() const { return mResult.value(); }
 

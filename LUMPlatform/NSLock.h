@@ -2,6 +2,7 @@
 
 #include "LUMPlatform/NSObject.h"
 
+#include <atomic>
 #include <mutex>
 
 /// What can be locked. A std::lock_guard takes any of these:
@@ -34,6 +35,12 @@ private:
 /// A lock that one thread at a time holds, and once.
 ///
 /// Misuse is defined: it raises NSInternalInconsistencyException and leaves the lock as it was. Threads: any.
+///
+///     auto lock = NSMake<NSLock>();
+///     {
+///         std::lock_guard guard(*lock);
+///         ++shared;
+///     }
 class NS_EXPORT NSLock : public NSObject, public NSLocking {
 public:
     static const NSClass& classObject();
@@ -41,8 +48,8 @@ public:
     /// Waits until the lock is free and takes it. Raises when the caller holds it, which would wait for ever.
     /// Selector: lock
     void lock() override;
-    /// Takes the lock if it is free; whether it did. False also for the caller that holds it. Selector:
-    /// tryLock
+    /// Takes the lock if it is free; whether it did. False also for the caller that holds it.
+    /// Selector: tryLock
     bool tryLock();
     /// Raises when the caller does not hold the lock: it is free, or another thread's. Selector: unlock
     void unlock() override;
@@ -56,7 +63,11 @@ private:
     NSLockDetail::Holder mHolder;
 };
 
-/// A lock that its holder may take again, and gives back as many times.
+/// A lock that its holder may take again, and gives back as many times. Threads: any.
+///
+///     auto lock = NSMake<NSRecursiveLock>();
+///     std::lock_guard whole(*lock);
+///     std::lock_guard part(*lock); // in a function that is also called alone
 class NS_EXPORT NSRecursiveLock : public NSObject, public NSLocking {
 public:
     static const NSClass& classObject();

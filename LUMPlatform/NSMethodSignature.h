@@ -8,7 +8,10 @@
 struct NSMethod;
 
 /// The types of a method: of its result and of its arguments, the receiver "@" and the selector ":" included
-/// as the first two. Immutable; any thread.
+/// as the first two. Immutable. Threads: any.
+///
+///     auto signature = track->methodSignatureForSelector(NSSelector("setTitle:"));
+///     std::string_view(signature->getArgumentTypeAtIndex(2)); // "@"
 class NS_EXPORT NSMethodSignature : public NSObject {
 public:
     static const NSClass& classObject();

@@ -21,7 +21,7 @@ public:
 
     /// Selector: appendString:
     void appendString(const NSRef<NSString>& text);
-    /// Appends what NSString::stringWithFormat makes; nothing for a null format. Selector: appendFormat:
+    /// Appends what NSString::stringWithFormat makes; nothing for a null format. C++ form of appendFormat:
     template<typename... Arguments>
     void appendFormat(const NSRef<NSString>& format, const Arguments&... arguments)
     {

@@ -5,7 +5,7 @@
 
 /// What a notification centre tells its observers: a name, the object it is about, and more in a dictionary.
 ///
-/// It keeps all three alive. Immutable; any thread.
+/// It keeps all three alive. Immutable. Threads: any.
 ///
 ///     auto notification = NSNotification::notificationWithName("TrackDidEnd", track, info);
 class NS_EXPORT NSNotification : public NSObject {

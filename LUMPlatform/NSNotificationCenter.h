@@ -45,8 +45,8 @@ public:
     virtual void removeObserver(
         const NSId& observer, const NSRef<NSString>& name = nullptr, const NSId& object = nullptr);
 
-    /// Tells all who registered for it. Raises NSInvalidArgumentException for null. Selector:
-    /// postNotification:
+    /// Tells all who registered for it. Raises NSInvalidArgumentException for null.
+    /// Selector: postNotification:
     void postNotification(const NSRef<NSNotification>& notification);
 
     /// The same with a notification made for it. Raises NSInvalidArgumentException for a null name.

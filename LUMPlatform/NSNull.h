@@ -2,7 +2,10 @@
 
 #include "LUMPlatform/NSObject.h"
 
-/// The one object that stands for "no value" in collections, which cannot hold null. Any thread.
+/// The one object that stands for "no value" in collections, which cannot hold null. Threads:
+/// any.
+///
+///     auto row = NSArray::of(name, date ? NSId(date) : NSNull::null());
 class NS_EXPORT NSNull : public NSObject {
 public:
     static const NSClass& classObject();

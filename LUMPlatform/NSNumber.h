@@ -16,8 +16,8 @@ class NS_EXPORT NSNumber : public NSObject {
 public:
     static const NSClass& classObject();
 
-    static NSRef<NSNumber> numberWithBool(
-        bool value); ///< One of two shared objects. Selector: numberWithBool:
+    /// One of two shared objects. Selector: numberWithBool:
+    static NSRef<NSNumber> numberWithBool(bool value);
     static NSRef<NSNumber> numberWithChar(signed char value); ///< Selector: numberWithChar:
     static NSRef<NSNumber> numberWithUnsignedChar(unsigned char value); ///< Selector: numberWithUnsignedChar:
     static NSRef<NSNumber> numberWithShort(short value); ///< Selector: numberWithShort:

@@ -42,8 +42,8 @@ public:
     /// Selector: isKindOfClass:
     bool isKindOfClass(const NSClass& type) const;
 
-    /// Equality by value, for the classes that have one; here identity. Never equal to null. Selector:
-    /// isEqual:
+    /// Equality by value, for the classes that have one; here identity. Never equal to null.
+    /// Selector: isEqual:
     virtual bool isEqual(const NSId& other) const;
     /// Equal objects have equal hashes. Selector: hash
     virtual NSUInteger hash() const;
@@ -56,11 +56,11 @@ public:
     /// A mutable copy, owned by the caller; raises as copy does. Selector: mutableCopy
     virtual NSId mutableCopy() const;
 
-    /// Whether a dynamic call of `selector` is answered, by a method or by forwarding. Selector:
-    /// respondsToSelector:
+    /// Whether a dynamic call of `selector` is answered, by a method or by forwarding.
+    /// Selector: respondsToSelector:
     virtual bool respondsToSelector(NSSelector selector) const;
-    /// Types of the method that answers `selector`; null when none does. Selector:
-    /// methodSignatureForSelector:
+    /// Types of the method that answers `selector`; null when none does.
+    /// Selector: methodSignatureForSelector:
     virtual NSRef<NSMethodSignature> methodSignatureForSelector(NSSelector selector) const;
     /// Where a dynamic call goes that no method answers but whose signature is known; here it raises as
     /// doesNotRecognizeSelector does. Selector: forwardInvocation:

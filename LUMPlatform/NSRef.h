@@ -41,6 +41,11 @@ template<typename T> NSObject* NSObjectOf(T* pointer)
 /// asserts: null is data, so test it. Objects come into being by NSMake. Threads: like a plain pointer, one
 /// reference is used by one thread at a time; the count behind it is atomic, so copies may live on different
 /// threads.
+///
+///     NSRef<NSString> title = "Prelude"; // made from text; the last copy to go ends it
+///     NSId element = title; // a reference to a base class
+///     if (auto text = NSCast<NSString>(element))
+///         std::cout << text->length();
 template<typename T> class [[nodiscard]] NSRef {
 public:
     using Object = T;

@@ -28,10 +28,10 @@ public:
         return setWithObjects({ NSId(values)... });
     }
     static NSRef<NSSet> set(); ///< Selector: set
-    static NSRef<NSSet> setWithArray(
-        const NSRef<NSArray>& array); ///< Empty for null. Selector: setWithArray:
-    static NSRef<NSSet> setWithObjects(
-        std::initializer_list<NSId> objects); ///< Selector: setWithObjects:count:
+    /// Empty for null. Selector: setWithArray:
+    static NSRef<NSSet> setWithArray(const NSRef<NSArray>& array);
+    /// Selector: setWithObjects:count:
+    static NSRef<NSSet> setWithObjects(std::initializer_list<NSId> objects);
 
     NSUInteger count() const; ///< Selector: count
     bool containsObject(const NSId& object) const; ///< Selector: containsObject:

@@ -3,16 +3,17 @@
 #include "LUMPlatform/NSObject.h"
 
 /// One rule to order objects by: what to compare (the value under a key path, or the objects themselves), the
-/// method to compare by, and the direction. Immutable; threads: any.
+/// method to compare by, and the direction. Immutable. Threads: any.
 ///
-///     auto byTitle = NSSortDescriptor::initWithKey("title", true);
-///     auto sorted = tracks->sortedArrayUsingDescriptors(NSArray::of(byTitle));
+///     auto byName = NSSortDescriptor::initWithKey(nullptr, true, NSSelector("caseInsensitiveCompare:"));
+///     auto sorted = names->sortedArrayUsingDescriptors(NSArray::of(byName));
 class NS_EXPORT NSSortDescriptor : public NSObject {
 public:
     static const NSClass& classObject();
 
-    /// A null `key` compares the objects themselves; a null selector is compare:. Selector:
-    /// initWithKey:ascending:selector:
+    /// With a key, what is compared is what each object answers to valueForKeyPath:, which it has to answer;
+    /// a null `key` compares the objects themselves. A null selector is compare:.
+    /// Selector: initWithKey:ascending:selector:
     static NSRef<NSSortDescriptor> initWithKey(
         const NSRef<NSString>& key, bool ascending, NSSelector selector = {});
 

@@ -98,7 +98,7 @@ public:
     char16_t characterAtIndex(NSUInteger index) const;
     /// All of the text, without a copy; valid while this object lives and does not change.
     std::u16string_view characters() const { return { mCharacters, mLength }; }
-    /// Selector: UTF8String
+    /// C++ form of UTF8String
     std::string utf8() const;
 
     /// Selector: substringFromIndex:
@@ -155,7 +155,7 @@ public:
 
     /// Selector: stringByAppendingString:
     NSRef<NSString> stringByAppendingString(const NSRef<NSString>& text) const;
-    /// Appends what stringWithFormat makes; nothing for a null format. Selector: stringByAppendingFormat:
+    /// Appends what stringWithFormat makes; nothing for a null format. C++ form of stringByAppendingFormat:
     template<typename... Arguments>
     NSRef<NSString> stringByAppendingFormat(
         const NSRef<NSString>& format, const Arguments&... arguments) const
@@ -215,7 +215,7 @@ public:
     /// Expands a tilde and drops "."; an absolute path also loses ".." and its symbolic links, as far as it
     /// exists. Looks at the disk. Selector: stringByStandardizingPath
     NSRef<NSString> stringByStandardizingPath() const;
-    /// The bytes that the file system knows this path by: utf8(). Selector: fileSystemRepresentation
+    /// The bytes that the file system knows this path by: utf8(). C++ form of fileSystemRepresentation
     std::string fileSystemRepresentation() const;
 
     /// Whether every character has bytes in `encoding`. Canonical equivalents are not tried.
@@ -226,7 +226,7 @@ public:
     NSRef<NSData> dataUsingEncoding(NSStringEncoding encoding) const;
     /// Writes the text and a terminating zero to `buffer`, of `maxLength` bytes. False when there is no room
     /// for all of it or a character has no bytes; then the characters before that are there, terminated.
-    /// Selector: getCString:maxLength:encoding:
+    /// C++ form of getCString:maxLength:encoding:
     bool getCString(char* buffer, NSUInteger maxLength, NSStringEncoding encoding) const;
 
     // A string and its characters are one allocation, of a size the compiler does not know.

@@ -15,8 +15,8 @@ public:
     /// Always the same object. Selector: sharedWorkspace
     static NSRef<NSWorkspace> sharedWorkspace();
 
-    /// A notification centre of its own, apart from the default one; always the same. Selector:
-    /// notificationCenter
+    /// A notification centre of its own, apart from the default one; always the same.
+    /// Selector: notificationCenter
     NSRef<NSNotificationCenter> notificationCenter() const;
 
     /// A hint that something changed at `path`. Nothing on this system asks for such hints, so it does

@@ -10,8 +10,6 @@ enum class DigestAlgorithm {
     SHA1,
 };
 
-inline constexpr std::size_t kLargestDigest = 20;
-
 constexpr std::size_t digestSize(DigestAlgorithm algorithm)
 {
     return algorithm == DigestAlgorithm::MD5 ? 16 : 20;

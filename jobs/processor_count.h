@@ -2,7 +2,7 @@
 
 namespace lum {
 
-/// The processors this process may run on now; 1 when the system does not say.
+/// The processors that the calling thread may run on now; else those online; else 1.
 unsigned availableProcessors() noexcept;
 
 }

@@ -26,36 +26,20 @@ public:
     void lock() NS_ACQUIRE() { mMutex.lock(); }
     void unlock() NS_RELEASE() { mMutex.unlock(); }
 
-    /// For std::condition_variable; the caller holds the lock by MutexLock.
-    std::mutex& native() { return mMutex; }
-
 private:
     std::mutex mMutex;
 };
 
-/// The same for a lock that its holder may take again.
-class NS_CAPABILITY("mutex") RecursiveMutex {
-public:
-    void lock() NS_ACQUIRE() { mMutex.lock(); }
-    void unlock() NS_RELEASE() { mMutex.unlock(); }
-
-private:
-    std::recursive_mutex mMutex;
-};
-
 /// Holds a lock for a scope.
-template<typename M> class NS_SCOPED_CAPABILITY ScopedLock {
+class NS_SCOPED_CAPABILITY MutexLock {
 public:
-    explicit ScopedLock(M& mutex) NS_ACQUIRE(mutex) : mMutex(mutex) { mMutex.lock(); }
-    ~ScopedLock() NS_RELEASE() { mMutex.unlock(); }
-    ScopedLock(const ScopedLock&) = delete;
-    ScopedLock& operator=(const ScopedLock&) = delete;
+    explicit MutexLock(Mutex& mutex) NS_ACQUIRE(mutex) : mMutex(mutex) { mMutex.lock(); }
+    ~MutexLock() NS_RELEASE() { mMutex.unlock(); }
+    MutexLock(const MutexLock&) = delete;
+    MutexLock& operator=(const MutexLock&) = delete;
 
 private:
-    M& mMutex;
+    Mutex& mMutex;
 };
-
-using MutexLock = ScopedLock<Mutex>;
-using RecursiveMutexLock = ScopedLock<RecursiveMutex>;
 
 }

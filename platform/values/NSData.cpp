@@ -9,10 +9,16 @@
 
 namespace {
 
+bool write(NSData& data, const NSRef<NSString>& path, bool atomically)
+{
+    return data.writeToFile(path, atomically);
+}
+
 constexpr NSMethod kMethods[] = {
     NSMethodOf<"length", &NSData::length>(),
     NSMethodOf<"subdataWithRange:", &NSData::subdataWithRange>(),
     NSMethodOf<"isEqualToData:", &NSData::isEqualToData>(),
+    NSMethodOf<"writeToFile:atomically:", &write>(),
 };
 
 }

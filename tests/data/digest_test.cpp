@@ -20,7 +20,7 @@ std::string hexDigits(std::span<const std::byte> bytes)
 
 std::string digestText(DigestAlgorithm algorithm, std::string_view text)
 {
-    std::array<std::byte, lum::kLargestDigest> digest;
+    std::array<std::byte, lum::digestSize(DigestAlgorithm::SHA1)> digest;
     if (!lum::makeDigest(algorithm, bytesOf(text), digest.data()))
         return "failed";
     return hexDigits(std::span(digest).first(lum::digestSize(algorithm)));
