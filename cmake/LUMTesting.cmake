@@ -11,7 +11,7 @@ add_library(lum_test_main STATIC
     ${PROJECT_SOURCE_DIR}/tests/main.cpp
     ${PROJECT_SOURCE_DIR}/tests/vector_file.cpp)
 target_link_libraries(lum_test_main PUBLIC lum_compile GTest::gtest)
-target_compile_definitions(lum_test_main PUBLIC LUM_TEST_DATA="${PROJECT_SOURCE_DIR}/tests/data")
+target_compile_definitions(lum_test_main PUBLIC LUM_TEST_DATA="${PROJECT_SOURCE_DIR}/tests")
 add_custom_target(threaded_tests COMMENT "All tests with threads are built")
 
 function(lum_add_test name)

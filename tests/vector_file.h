@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-/// The files of expected results in tests/data/vectors.
+/// The files of expected results in tests/vectors.
 ///
 /// A file is UTF-8: lines that begin with "#" are comments, then one line of column titles, then rows, all
 /// separated by tabs. Columns whose title ends in "_json" hold one JSON literal each. A row whose status or
