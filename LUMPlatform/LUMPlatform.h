@@ -6,6 +6,8 @@
 #include "LUMPlatform/NSArraySearch.h"
 #include "LUMPlatform/NSCharacterSet.h"
 #include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSCoder.h"
+#include "LUMPlatform/NSCoding.h"
 #include "LUMPlatform/NSCount.h"
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSDate.h"
