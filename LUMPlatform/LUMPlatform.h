@@ -44,5 +44,8 @@
 #include "LUMPlatform/NSThread.h"
 #include "LUMPlatform/NSThreadPerformAdditions.h"
 #include "LUMPlatform/NSTypes.h"
+#include "LUMPlatform/NSURL.h"
+#include "LUMPlatform/NSURLUtilities.h"
+#include "LUMPlatform/NSUUID.h"
 #include "LUMPlatform/NSWeak.h"
 #include "LUMPlatform/NSWorkspace.h"
