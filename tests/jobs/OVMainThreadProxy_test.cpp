@@ -1,77 +1,11 @@
 #include "LUMFoundation/OVMainThreadProxy.h"
 
-#include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSInvocation.h"
 #include "LUMPlatform/NSMethodSignature.h"
 #include "LUMPlatform/NSSend.h"
-#include "LUMPlatform/NSString.h"
-#include "LUMPlatform/NSThread.h"
-#include "tests/fixture.h"
-#include "tests/main_loop.h"
+#include "tests/jobs/main_thread_proxy_fixture.h"
 
 namespace {
-
-const char* here()
-{
-    return NSThread::isMainThread() ? "main" : "other";
-}
-
-/// A target that tells each call and the thread it came on.
-class Player : public NSObject {
-public:
-    static const NSClass& classObject()
-    {
-        static constexpr NSMethod kMethods[] = {
-            NSMethodOf<"title", &Player::title>(),
-            NSMethodOf<"setTitle:", &Player::setTitle>(),
-            NSMethodOf<"add:to:", &Player::add>(),
-            NSMethodOf<"half:", &Player::half>(),
-            NSMethodOf<"play", &Player::play>(),
-            NSMethodOf<"fail", &Player::fail>(),
-        };
-        static const NSClass& type = NSClass::define("Player", &NSObject::classObject(), kMethods);
-        return type;
-    }
-
-    NSRef<NSString> title()
-    {
-        say("title");
-        return mTitle;
-    }
-    void setTitle(const NSRef<NSString>& title)
-    {
-        say("setTitle");
-        mTitle = title;
-    }
-    int add(int value, NSInteger sum) { return value + static_cast<int>(sum); }
-    double half(double value) { return value / 2; }
-    void play()
-    {
-        say("play");
-        if (whilePlaying)
-            whilePlaying();
-    }
-    void fail() { throw NSException(NSRangeException, "no such title"); }
-
-    std::string take() { return std::exchange(mTold, ""); }
-
-    std::function<void()> whilePlaying;
-    std::function<void()> atEnd;
-
-protected:
-    Player() = default;
-    ~Player() override
-    {
-        if (atEnd)
-            atEnd();
-    }
-
-private:
-    void say(const char* what) { ((mTold += what) += '@') += std::string(here()) + ' '; }
-
-    NSRef<NSString> mTitle = "first";
-    std::string mTold;
-};
 
 /// Answers one selector by forwarding alone.
 class Forwarder : public NSObject {
@@ -112,9 +46,6 @@ protected:
     ~Unwrapped() override = default;
 };
 
-const NSSelector kTitle("title");
-const NSSelector kSetTitle("setTitle:");
-const NSSelector kPlay("play");
 const NSSelector kUnknown("noSuchMethod:");
 
 std::string reasonOf(const std::function<void()>& call)
@@ -126,12 +57,6 @@ std::string reasonOf(const std::function<void()>& call)
     }
     return "nothing raised";
 }
-
-class OVMainThreadProxyTest : public ObjectTest {
-protected:
-    NSRef<Player> player = NSMake<Player>();
-    NSId proxy = OVMainThreadProxy::mainThreadProxy(player);
-};
 
 TEST_F(OVMainThreadProxyTest, RunsAMessageOnTheMainThread)
 {
@@ -332,30 +257,6 @@ TEST_F(OVMainThreadProxyTest, IsNullForNull)
     EXPECT_EQ(OVMainThreadProxy::copyMainThreadProxy(nullptr), nullptr);
 }
 
-TEST_F(OVMainThreadProxyTest, DoesNotOwnItsTarget)
-{
-    bool ended = false;
-    player->atEnd = [&] { ended = true; };
-    player = nullptr;
-    EXPECT_TRUE(ended);
-}
-
-TEST_F(OVMainThreadProxyTest, AnswersZeroOnceItsTargetHasEnded)
-{
-    player = nullptr;
-    std::thread([&] {
-        NSSend(proxy, kPlay);
-        NSSend(proxy, kSetTitle, NSRef<NSString>("late"));
-        EXPECT_EQ(NSSend<NSId>(proxy, kTitle), nullptr);
-        EXPECT_EQ(NSSend<int>(proxy, NSSelector("add:to:"), 2, 3), 0);
-        EXPECT_EQ(NSSend<double>(proxy, NSSelector("half:"), 5.0), 0.0);
-        NSSend(proxy, NSSelector("some:object:"), NSRef<NSString>("a"), NSId());
-        EXPECT_EQ(proxy->performSelector(kTitle), nullptr);
-        EXPECT_EQ(proxy->performSelectorWithObject(kSetTitle, nullptr), nullptr);
-        EXPECT_FALSE(proxy->respondsToSelector(kPlay));
-    }).join();
-}
-
 TEST_F(OVMainThreadProxyTest, AnswersZeroForANullTarget)
 {
     NSId none = OVMainThreadProxy::initWithTarget(nullptr);
@@ -363,42 +264,6 @@ TEST_F(OVMainThreadProxyTest, AnswersZeroForANullTarget)
     EXPECT_EQ(NSSend<NSId>(none, kTitle), nullptr);
     EXPECT_FALSE(none->respondsToSelector(kPlay));
     EXPECT_TRUE(none->respondsToSelector(NSSelector("hash")));
-}
-
-class DroppedTargetTest : public OVMainThreadProxyTest {
-protected:
-    DroppedTargetTest()
-    {
-        player->whilePlaying = [this] {
-            player = nullptr;
-            story += "dropped ";
-        };
-        player->atEnd = [this] { (story += "ended@") += std::string(here()) + ' '; };
-    }
-
-    std::string story;
-};
-
-TEST_F(DroppedTargetTest, LivesThroughTheMessageAndEndsOnTheMainThread)
-{
-    serveMainLoopWhile([&] { NSSend(proxy, kPlay); });
-    EXPECT_EQ(story, "dropped ended@main ");
-}
-
-TEST_F(DroppedTargetTest, LivesThroughAPerformedSelectorAndEndsOnTheMainThread)
-{
-    serveMainLoopWhile([&] { static_cast<void>(proxy->performSelector(kPlay)); });
-    EXPECT_EQ(story, "dropped ended@main ");
-}
-
-TEST_F(OVMainThreadProxyTest, SurvivesBeingDroppedByItsOwnMessage)
-{
-    player->whilePlaying = [&] { proxy = nullptr; };
-    serveMainLoopWhile([&] {
-        NSId sent = proxy;
-        NSSend(sent, kPlay);
-    });
-    EXPECT_EQ(player->take(), "play@main ");
 }
 
 TEST_F(OVMainThreadProxyTest, ServesManySendersAtOnce)
@@ -418,19 +283,6 @@ TEST_F(OVMainThreadProxyTest, ServesManySendersAtOnce)
             sender.join();
     });
     EXPECT_EQ(played, kSenders * kMessages);
-}
-
-TEST_F(OVMainThreadProxyTest, IsSafeWhileTheTargetEnds)
-{
-    for (int round = 0; round < 200; ++round) {
-        player = NSMake<Player>();
-        proxy = OVMainThreadProxy::mainThreadProxy(player);
-        serveMainLoopWhile([&, sent = proxy] {
-            NSThread::performOnMainThread([&] { player = nullptr; });
-            NSSend(sent, kPlay);
-            NSSend(sent, kPlay);
-        });
-    }
 }
 
 }

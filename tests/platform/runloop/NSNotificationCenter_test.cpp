@@ -1,76 +1,14 @@
 #include "LUMPlatform/NSNotificationCenter.h"
 
-#include "LUMPlatform/NSClass.h"
 #include "LUMPlatform/NSException.h"
-#include "LUMPlatform/NSMutableString.h"
 #include "LUMPlatform/NSSend.h"
-#include "LUMPlatform/NSWeak.h"
-#include "tests/fixture.h"
+#include "tests/platform/runloop/notification_observer.h"
 
 #include <atomic>
-#include <functional>
 #include <thread>
 #include <vector>
 
 namespace {
-
-/// Writes down what it is told.
-class Observer : public NSObject {
-public:
-    static const NSClass& classObject()
-    {
-        static constexpr NSMethod kMethods[] = {
-            NSMethodOf<"first:", &Observer::first>(),
-            NSMethodOf<"second:", &Observer::second>(),
-            NSMethodOf<"fail:", &Observer::fail>(),
-            NSMethodOf<"nothing", &Observer::nothing>(),
-        };
-        static const NSClass& type = NSClass::define("Observer", &NSObject::classObject(), kMethods);
-        return type;
-    }
-
-    void first(NSNotification& notification) { hear("1", notification); }
-    void second(NSNotification& notification) { hear("2", notification); }
-    void fail(NSNotification&) { throw NSException(NSRangeException, "deaf"); }
-    void nothing() { }
-
-    std::function<void(NSNotification&)> onHearing;
-
-protected:
-    Observer(std::string name, std::string& told) : mName(std::move(name)), mTold(told) { }
-    ~Observer() override = default;
-
-private:
-    void hear(const char* selector, NSNotification& notification)
-    {
-        mTold += mName + selector + ' ';
-        if (onHearing)
-            onHearing(notification);
-    }
-
-    const std::string mName;
-    std::string& mTold;
-};
-
-const NSSelector kFirst("first:");
-const NSSelector kSecond("second:");
-
-class NSNotificationCenterTest : public ObjectTest {
-protected:
-    NSRef<Observer> observer(const char* name) { return NSMake<Observer>(name, told); }
-    std::string take() { return std::exchange(told, ""); }
-    std::string posted(const NSRef<NSString>& name, const NSId& object)
-    {
-        center->postNotificationName(name, object);
-        return take();
-    }
-
-    std::string told;
-    NSRef<NSNotificationCenter> center = NSMake<NSNotificationCenter>();
-    // Equal, but not the same.
-    NSId x = NSMutableString::stringWithString("object");
-    NSId y = NSMutableString::stringWithString("object");
-};
 
 /// One registration of every kind.
 class MatchingTest : public NSNotificationCenterTest {
@@ -215,127 +153,6 @@ TEST_F(NSNotificationCenterTest, HandsOverTheNotificationThatWasPosted)
     EXPECT_TRUE(NSEqual(seen, notification));
 }
 
-TEST_F(NSNotificationCenterTest, KeepsAPostedNotificationWhileObserversAreTold)
-{
-    auto a = observer("a");
-    auto b = observer("b");
-    auto notification = NSNotification::notificationWithName("N");
-    a->onHearing = [&](NSNotification&) { notification = nullptr; };
-    b->onHearing = [&](NSNotification& told_) { EXPECT_EQ(told_.name()->utf8(), "N"); };
-    center->addObserver(a, kFirst, "N", nullptr);
-    center->addObserver(b, kFirst, "N", nullptr);
-    center->postNotification(notification);
-    EXPECT_EQ(take(), "a1 b1 ");
-}
-
-TEST_F(NSNotificationCenterTest, DoesNotTellWhoIsAddedDuringThePosting)
-{
-    auto a = observer("a");
-    auto b = observer("b");
-    a->onHearing = [&](NSNotification&) { center->addObserver(b, kFirst, "N", nullptr); };
-    center->addObserver(a, kFirst, "N", nullptr);
-    EXPECT_EQ(posted("N", nullptr), "a1 ");
-    a->onHearing = nullptr;
-    EXPECT_EQ(posted("N", nullptr), "a1 b1 ");
-}
-
-TEST_F(NSNotificationCenterTest, DoesNotTellWhoIsRemovedDuringThePosting)
-{
-    auto a = observer("a");
-    auto b = observer("b");
-    a->onHearing = [&](NSNotification&) { center->removeObserver(b); };
-    center->addObserver(a, kFirst, "N", nullptr);
-    center->addObserver(b, kFirst, "N", nullptr);
-    EXPECT_EQ(posted("N", nullptr), "a1 ");
-}
-
-TEST_F(NSNotificationCenterTest, DoesNotTellWhoEndsDuringThePosting)
-{
-    auto a = observer("a");
-    auto b = observer("b");
-    a->onHearing = [&](NSNotification&) { b = nullptr; };
-    center->addObserver(a, kFirst, "N", nullptr);
-    center->addObserver(b, kFirst, "N", nullptr);
-    EXPECT_EQ(posted("N", nullptr), "a1 ");
-}
-
-TEST_F(NSNotificationCenterTest, LetsAnObserverEndWhileItIsTold)
-{
-    auto a = observer("a");
-    a->onHearing = [&](NSNotification&) { a = nullptr; };
-    center->addObserver(a, kFirst, "N", nullptr);
-    EXPECT_EQ(posted("N", nullptr), "a1 ");
-    EXPECT_EQ(posted("N", nullptr), "");
-}
-
-TEST_F(NSNotificationCenterTest, MayBeDroppedByAnObserver)
-{
-    auto a = observer("a");
-    auto b = observer("b");
-    a->onHearing = [&](NSNotification&) { center = nullptr; };
-    center->addObserver(a, kFirst, "N", nullptr);
-    center->addObserver(b, kFirst, nullptr, nullptr);
-    center->postNotificationName("N");
-    EXPECT_EQ(take(), "a1 b1 ");
-}
-
-TEST_F(NSNotificationCenterTest, TellsOfAPostingWithinAPosting)
-{
-    auto a = observer("a");
-    auto b = observer("b");
-    a->onHearing = [&](NSNotification&) { center->postNotificationName("inner"); };
-    center->addObserver(a, kFirst, "outer", nullptr);
-    center->addObserver(b, kFirst, "inner", nullptr);
-    center->addObserver(b, kSecond, "outer", nullptr);
-    EXPECT_EQ(posted("outer", nullptr), "a1 b1 b2 ");
-}
-
-TEST_F(NSNotificationCenterTest, KeepsNeitherObserversNorObjects)
-{
-    auto a = observer("a");
-    NSWeak<Observer> weak = a;
-    NSWeak<NSObject> weakObject = x;
-    center->addObserver(a, kFirst, "N", x);
-    a = nullptr;
-    x = nullptr;
-    EXPECT_FALSE(weak);
-    EXPECT_FALSE(weakObject);
-}
-
-/// Gives out memory of one size that is used again at once, so that objects meet at one address.
-class AtOneAddress : public NSObject {
-public:
-    static void* operator new(std::size_t size)
-    {
-        static std::aligned_storage_t<256> place;
-        EXPECT_LE(size, sizeof place);
-        return &place;
-    }
-    static void operator delete(void*) { }
-
-protected:
-    AtOneAddress() = default;
-    ~AtOneAddress() override = default;
-};
-
-TEST_F(NSNotificationCenterTest, DoesNotTakeANewObjectForOneThatHasEnded)
-{
-    auto a = observer("a");
-    auto object = NSMake<AtOneAddress>();
-    const void* address = object.get();
-    center->addObserver(a, kFirst, "N", object);
-    center->addObserver(a, kSecond, nullptr, object);
-    EXPECT_EQ(posted("N", object), "a1 a2 ");
-    object = nullptr;
-    object = NSMake<AtOneAddress>();
-    ASSERT_EQ(object.get(), address);
-    EXPECT_EQ(posted("N", object), "");
-    center->addObserver(a, kFirst, "N", object);
-    EXPECT_EQ(posted("N", object), "a1 ");
-    center->removeObserver(a, "N", object);
-    EXPECT_EQ(posted("N", object), "");
-}
-
 TEST_F(NSNotificationCenterTest, CopiesTheNameOfARegistration)
 {
     auto a = observer("a");
@@ -458,47 +275,6 @@ TEST_F(NSNotificationCenterTest, ServesManyThreadsThatAddPostRemoveAndEnd)
     for (auto& thread : threads)
         thread.join();
     EXPECT_EQ(steady->calls, 4 * 500);
-}
-
-struct NSNotificationTest : ObjectTest { };
-
-TEST_F(NSNotificationTest, HoldsNameObjectAndInformation)
-{
-    NSId object = NSMake<NSObject>();
-    auto info = NSDictionary::of({ { "key", "value" } });
-    auto notification = NSNotification::notificationWithName("N", object, info);
-    EXPECT_EQ(notification->name()->utf8(), "N");
-    EXPECT_EQ(notification->object(), object);
-    EXPECT_EQ(notification->userInfo(), info);
-    EXPECT_EQ(notification->copy(), notification);
-}
-
-TEST_F(NSNotificationTest, NeedsNoMoreThanAName)
-{
-    auto notification = NSNotification::notificationWithName("N");
-    EXPECT_EQ(notification->object(), nullptr);
-    EXPECT_EQ(notification->userInfo(), nullptr);
-    EXPECT_THROW(static_cast<void>(NSNotification::notificationWithName(nullptr)), NSException);
-}
-
-TEST_F(NSNotificationTest, IsEqualByNameObjectAndInformation)
-{
-    NSId object = NSMake<NSObject>();
-    auto info = NSDictionary::of({ { "key", "value" } });
-    auto same = NSDictionary::of({ { "key", "value" } });
-    auto a = NSNotification::notificationWithName("N", object, info);
-    EXPECT_TRUE(a->isEqual(NSNotification::notificationWithName("N", object, same)));
-    EXPECT_EQ(a->hash(), NSNotification::notificationWithName("N", object, same)->hash());
-    EXPECT_FALSE(a->isEqual(NSNotification::notificationWithName("M", object, info)));
-    EXPECT_FALSE(a->isEqual(NSNotification::notificationWithName("N", nullptr, info)));
-    EXPECT_FALSE(a->isEqual(NSNotification::notificationWithName("N", object)));
-    EXPECT_FALSE(a->isEqual(object));
-}
-
-TEST_F(NSNotificationTest, DescribesItself)
-{
-    EXPECT_EQ(NSNotification::notificationWithName("N", NSRef<NSString>("it"))->description()->utf8(),
-        "NSNotification { name = N, object = it, userInfo = (null) }");
 }
 
 }
