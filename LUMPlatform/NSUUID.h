@@ -15,6 +15,12 @@ public:
 
     /// Selector: UUID
     static NSRef<NSUUID> UUID();
+    /// The one of these 16 bytes, whatever they are. Null bytes raise NSInvalidArgumentException.
+    /// Selector: initWithUUIDBytes:
+    static NSRef<NSUUID> initWithUUIDBytes(const unsigned char* bytes);
+    /// Stores the 16 bytes; null does nothing.
+    /// Selector: getUUIDBytes:
+    void getUUIDBytes(unsigned char* bytes) const;
 
     /// "1B4E28BA-2FA1-41D2-883F-0016D3CCA427".
 

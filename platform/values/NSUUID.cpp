@@ -1,15 +1,18 @@
 #include "LUMPlatform/NSUUID.h"
 
 #include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSString.h"
 #include "platform/values/random_bytes.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
 
 constexpr NSMethod kMethods[] = {
     NSMethodOf<"UUIDString", &NSUUID::UUIDString>(),
+    NSMethodOf<"getUUIDBytes:", &NSUUID::getUUIDBytes>(),
 };
 
 }
@@ -30,6 +33,21 @@ NSRef<NSUUID> NSUUID::UUID()
     bytes[6] = static_cast<unsigned char>((bytes[6] & 0x0F) | 0x40); // version 4
     bytes[8] = static_cast<unsigned char>((bytes[8] & 0x3F) | 0x80); // the variant of RFC 4122
     return NSMake<NSUUID>(bytes);
+}
+
+NSRef<NSUUID> NSUUID::initWithUUIDBytes(const unsigned char* bytes)
+{
+    if (!bytes)
+        throw NSException(NSInvalidArgumentException, "initWithUUIDBytes: the bytes are null");
+    Bytes copy;
+    std::copy_n(bytes, copy.size(), copy.begin());
+    return NSMake<NSUUID>(copy);
+}
+
+void NSUUID::getUUIDBytes(unsigned char* bytes) const
+{
+    if (bytes)
+        std::copy(mBytes.begin(), mBytes.end(), bytes);
 }
 
 NSRef<NSString> NSUUID::UUIDString() const

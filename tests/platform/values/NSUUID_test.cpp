@@ -3,6 +3,7 @@
 #include "LUMPlatform/NSSend.h"
 #include "LUMPlatform/NSString.h"
 #include "tests/fixture.h"
+#include "tests/raised_by.h"
 
 #include <gmock/gmock.h>
 
@@ -30,6 +31,22 @@ TEST_F(NSUUIDTest, EqualsItselfAlone)
     EXPECT_TRUE(one->copy() == one);
     EXPECT_EQ(one->hash(), one->hash());
     EXPECT_EQ(one->description()->utf8(), one->UUIDString()->utf8());
+}
+
+TEST_F(NSUUIDTest, IsMadeOfItsBytes)
+{
+    const auto one = NSUUID::UUID();
+    unsigned char bytes[16];
+    one->getUUIDBytes(bytes);
+    EXPECT_TRUE(NSEqual(NSUUID::initWithUUIDBytes(bytes), one));
+    bytes[15] ^= 1;
+    EXPECT_FALSE(NSEqual(NSUUID::initWithUUIDBytes(bytes), one));
+}
+
+TEST_F(NSUUIDTest, TakesNullBytesForMisuse)
+{
+    NSUUID::UUID()->getUUIDBytes(nullptr);
+    EXPECT_EQ(nameRaisedBy([] { return NSUUID::initWithUUIDBytes(nullptr); }), "NSInvalidArgumentException");
 }
 
 TEST_F(NSUUIDTest, AnswersItsSelector)
