@@ -1,6 +1,7 @@
 // Everything of libLUMPlatform.
 #pragma once
 
+#include "LUMPlatform/NSArchiver.h"
 #include "LUMPlatform/NSArgument.h"
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSArraySearch.h"
@@ -11,6 +12,7 @@
 #include "LUMPlatform/NSCount.h"
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSDate.h"
+#include "LUMPlatform/NSDecodingLimits.h"
 #include "LUMPlatform/NSDelayedPerforming.h"
 #include "LUMPlatform/NSDictionary.h"
 #include "LUMPlatform/NSEnumerator.h"
@@ -47,5 +49,6 @@
 #include "LUMPlatform/NSURL.h"
 #include "LUMPlatform/NSURLUtilities.h"
 #include "LUMPlatform/NSUUID.h"
+#include "LUMPlatform/NSUnarchiver.h"
 #include "LUMPlatform/NSWeak.h"
 #include "LUMPlatform/NSWorkspace.h"

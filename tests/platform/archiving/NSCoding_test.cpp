@@ -32,8 +32,8 @@ TEST_F(NSCodingTest, KnowsTheClassesOfThePlatform)
 {
     EXPECT_EQ(platform::classCodingNamed("NSString")->type, &NSString::classObject());
     EXPECT_EQ(platform::classCodingNamed("NSMutableString")->kind, CodedKind::MutableString);
-    for (const char* name : { "NSNumber", "NSData", "NSMutableData", "NSDate", "NSNull", "NSArray",
-             "NSMutableArray", "NSDictionary", "NSMutableDictionary", "NSSet", "NSMutableSet" })
+    for (const char* name : { "NSURL", "NSUUID", "NSNumber", "NSData", "NSMutableData", "NSDate", "NSNull",
+             "NSArray", "NSMutableArray", "NSDictionary", "NSMutableDictionary", "NSSet", "NSMutableSet" })
         EXPECT_TRUE(platform::classCodingNamed(name)) << name;
     EXPECT_EQ(platform::classCodingNamed("NSObject"), nullptr);
 }

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "LUMPlatform/NSCoder.h"
+#include "LUMPlatform/NSDecodingLimits.h"
+
+#include <memory>
+
+class NSData;
+namespace platform {
+class SequentialReader;
+struct ClassCoding;
+}
+
+/// Reads the objects of a sequential archive, as NSArchiver writes them, of either byte order.
+///
+/// Bytes that are no such archive, a keyed one for instance, and archives that are broken raise
+/// NSInconsistentArchiveException. A class that is not registered (NSCoding), an object of another class than
+/// the one asked for, and nesting beyond the limits raise NSInvalidUnarchiveOperationException. Objects that
+/// were made until then end. Threads: one at a time.
+class NS_EXPORT NSUnarchiver : public NSCoder {
+public:
+    static const NSClass& classObject();
+
+    /// The root object; null when that was archived. Null data raises NSInconsistentArchiveException.
+    /// Selector: unarchiveObjectWithData:
+    static NSId unarchiveObjectWithData(const NSRef<NSData>& data);
+    /// The same from a file; null when it cannot be read. Selector: unarchiveObjectWithFile:
+    static NSId unarchiveObjectWithFile(const NSRef<NSString>& path);
+    /// Reads values one after the other. Raises as unarchiveObjectWithData does.
+    /// Selector: initForReadingWithData:
+    static NSRef<NSUnarchiver> initForReadingWithData(
+        const NSRef<NSData>& data, const NSDecodingLimits& limits = {});
+
+    /// Whether all is read. Selector: isAtEnd
+    bool isAtEnd() const;
+
+    const void* decodeBytesWithReturnedLength(NSUInteger* length) override;
+    void announceObject(const NSId& object) override;
+
+protected:
+    NSUnarchiver(std::unique_ptr<platform::SequentialReader> reader, const NSDecodingLimits& limits);
+    ~NSUnarchiver() override;
+
+    NSId nextObject() override;
+    void decodeGroup(std::span<const char* const> types, std::span<NSResult> results) override;
+
+private:
+    NSId readObject();
+    NSId makeObject(const platform::ClassCoding& coding);
+
+    std::unique_ptr<platform::SequentialReader> mReader;
+    const NSDecodingLimits mLimits;
+    std::size_t mMaking = 0; // the number of the object that is being made, when there is one
+    NSUInteger mDepth = 0;
+};
+
+/// Bytes are no sequential archive, or a broken one.
+extern NS_EXPORT const NSStringConstant NSInconsistentArchiveException;

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "LUMPlatform/NSArray.h"
+#include "LUMPlatform/NSCoder.h"
+#include "LUMPlatform/NSDictionary.h"
+#include "LUMPlatform/NSException.h"
+#include "LUMPlatform/NSSet.h"
+
+namespace platform {
+
+/// What an element refuses, to be a key for instance, is the archive's fault.
+template<typename Fill> void fillingCollection(const Fill& fill)
+{
+    try {
+        fill();
+    } catch (const NSException& exception) {
+        throw NSException(NSInvalidUnarchiveOperationException,
+            std::string("a collection of the archive cannot be made: ") + exception.what());
+    }
+}
+
+/// Fills collections that nobody but an unarchiver has seen. They have to exist before their elements do,
+/// which may lead back to them; once filled they never change again, as any other of their class.
+class ArrayFilling : public NSArray {
+public:
+    static void fill(NSArray& array, std::vector<NSId> objects)
+    {
+        array.*(&ArrayFilling::mObjects) = std::move(objects);
+    }
+};
+
+class DictionaryFilling : public NSDictionary {
+public:
+    static void fill(NSDictionary& dictionary, std::span<const NSId> keys, std::span<const NSId> objects)
+    {
+        fillingCollection([&] {
+            for (std::size_t at = 0; at < keys.size(); ++at)
+                (dictionary.*(&DictionaryFilling::set))(objects[at], keys[at], "an archive:");
+        });
+    }
+};
+
+class SetFilling : public NSSet {
+public:
+    static void fill(NSSet& set, std::span<const NSId> objects)
+    {
+        fillingCollection([&] {
+            for (const NSId& object : objects)
+                (set.*(&SetFilling::add))(object);
+        });
+    }
+};
+
+}
