@@ -73,7 +73,10 @@ constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 INSTANTIATE_TEST_SUITE_P(Plain, LUMDurationFormatterCases,
     testing::Values(Case { "LessThanHalfASecondDown", none, 65.4, "01:05" },
+        Case { "FortyNineHundredthsDown", none, 65.49, "01:05" },
         Case { "HalfASecondUp", none, 65.5, "01:06" }, Case { "Seconds", none, 5, "00:05" },
+        Case { "NineSeconds", none, 9, "00:09" }, Case { "TenSeconds", none, 10, "00:10" },
+        Case { "NineMinutes", none, 549, "09:09" }, Case { "TenMinutes", none, 610, "10:10" },
         Case { "Zero", none, 0, "00:00" }, Case { "Hours", none, 3725, "1:02:05" },
         Case { "OneHour", none, 3600, "1:00:00" }, Case { "TenHours", none, 36000, "10:00:00" },
         Case { "Negative", none, -65, "-01:05" }, Case { "NegativeByMagnitude", none, -65.5, "-01:06" },
@@ -90,6 +93,9 @@ INSTANTIATE_TEST_SUITE_P(Options, LUMDurationFormatterCases,
         Case { "MinutesWithoutEffect", minutes, 5, "00:05" },
         Case { "Hundredths", hundredths, 65.25, "01:05.25" },
         Case { "HundredthsLeadingZero", hundredths, 65.05, "01:05.05" },
+        Case { "NineHundredths", hundredths, 0.09, "00:00.09" },
+        Case { "TenHundredths", hundredths, 0.1, "00:00.10" },
+        Case { "HalfAHundredthUp", hundredths, 65.125, "01:05.13" },
         Case { "HundredthsCarried", hundredths, 65.996, "01:06.00" },
         Case { "HundredthsOfMuch", hundredths, 16777216.4, "4660:20:16.00" }, // a float has no more
         Case { "Label", label, 65, "01:05s" },
@@ -175,15 +181,50 @@ TEST_F(LUMDurationFormatterTest, KeepsACopyOfItsSeparator)
     EXPECT_EQ(show(NSNumber::numberWithInt(65)), "01h05");
 }
 
-TEST_F(LUMDurationFormatterTest, AsksItsOverridesForTheOptions)
+/// Has options of its own, whatever is set.
+class Own : public LUMDurationFormatter {
+public:
+    bool allowsOneZero() const override { return true; }
+    bool displaysZero() const override { return false; }
+    bool alwaysShowHours() const override { return hours; }
+    bool includeMilliseconds() const override { return hundredths; }
+    bool showsLastUnitLabel() const override { return true; }
+    NSRef<NSString> separator() const override { return "-"; }
+
+    bool hours = false;
+    bool hundredths = false;
+};
+
+TEST_F(LUMDurationFormatterTest, AsksItsOverridesForEachOption)
 {
-    class Own : public LUMDurationFormatter {
-    public:
-        bool alwaysShowHours() const override { return true; }
-        bool includeMilliseconds() const override { return true; }
-        NSRef<NSString> separator() const override { return "-"; }
-    };
-    EXPECT_EQ(NSMake<Own>()->stringForObjectValue(NSNumber::numberWithInt(5))->utf8(), "0-00-05.00");
+    auto own = NSMake<Own>();
+    auto five = NSNumber::numberWithInt(5);
+    EXPECT_EQ(own->stringForObjectValue(five)->utf8(), "0-05s");
+    EXPECT_FALSE(own->stringForObjectValue(NSNumber::numberWithInt(0)));
+    own->hours = true;
+    EXPECT_EQ(own->stringForObjectValue(five)->utf8(), "0-0-05s");
+    own->hundredths = true;
+    EXPECT_EQ(own->stringForObjectValue(five)->utf8(), "0-0-05.00");
+}
+
+TEST_F(LUMDurationFormatterTest, TellsEachOptionAsItWasSet)
+{
+    for (bool value : { true, false }) {
+        formatter->setAllowsOneZero(value);
+        EXPECT_EQ(formatter->allowsOneZero(), value);
+        formatter->setAlwaysShowHours(value);
+        EXPECT_EQ(formatter->alwaysShowHours(), value);
+        formatter->setAlwaysShowMinutes(value);
+        EXPECT_EQ(formatter->alwaysShowMinutes(), value);
+        formatter->setIncludeMilliseconds(value);
+        EXPECT_EQ(formatter->includeMilliseconds(), value);
+        formatter->setDisplaysZero(value);
+        EXPECT_EQ(formatter->displaysZero(), value);
+        formatter->setShowsLastUnitLabel(value);
+        EXPECT_EQ(formatter->showsLastUnitLabel(), value);
+    }
+    formatter->setSeparator("-");
+    EXPECT_EQ(formatter->separator()->utf8(), "-");
 }
 
 TEST_F(LUMDurationFormatterTest, ReadsNothing)

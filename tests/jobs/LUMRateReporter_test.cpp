@@ -74,6 +74,12 @@ TEST_F(LUMRateReporterTest, FillsTheIntervalsOfAPauseWithTheNewTotal)
     reporter->addSampleAt(0, 0);
     reporter->addSampleAt(3.7, 40);
     EXPECT_EQ(reporter->rate(), 10.0); // four steps of one second
+    reporter->addSampleAt(2.7, 99); // each a step back in the ring
+    EXPECT_EQ(reporter->rate(), 40.0 / 3.0);
+    reporter->addSampleAt(2.7, 99);
+    EXPECT_EQ(reporter->rate(), 40.0 / 2.0);
+    reporter->addSampleAt(2.7, 99);
+    EXPECT_EQ(reporter->rate(), 0.0); // the first sample of all
 }
 
 TEST_F(LUMRateReporterTest, SpansTheWindowOnceTheRingIsFull)
@@ -105,6 +111,14 @@ TEST_F(LUMRateReporterTest, ForgetsAllAfterAnEndlessPause)
     reporter->addSampleAt(0, 0);
     reporter->addSampleAt(1, 10);
     reporter->addSampleAt(kInfinity, 20);
+    EXPECT_EQ(reporter->rate(), 0.0);
+}
+
+TEST_F(LUMRateReporterTest, ForgetsAllWhenTimeCannotBeTold)
+{
+    reporter->addSampleAt(0, 0);
+    reporter->addSampleAt(1, 10);
+    reporter->addSampleAt(kNaN, 99);
     EXPECT_EQ(reporter->rate(), 0.0);
 }
 
