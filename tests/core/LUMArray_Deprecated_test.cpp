@@ -25,6 +25,7 @@ TEST_F(LUMArrayDeprecatedTest, MakesNumbersOfUnsignedValues)
     const std::uint32_t values[] = { 7, 0, 4294967295U };
     auto array = LUMArray_Deprecated::arrayWithUInt32Values(values, 3);
     EXPECT_THAT(array, Equals(NSArray::of(7, 0, 4294967295LL)));
+    EXPECT_STREQ(array->objectAtIndex<NSNumber>(0)->objCType(), "q"); // made as unsigned long
     array->addObject(1); // it can be changed
 }
 
@@ -39,7 +40,9 @@ TEST_F(LUMArrayDeprecatedTest, MakesNumbersOfFloats)
 TEST_F(LUMArrayDeprecatedTest, MakesAnEmptyArrayOfNothing)
 {
     const std::uint32_t values[] = { 7 };
+    const float floats[] = { 7 };
     EXPECT_THAT(LUMArray_Deprecated::arrayWithUInt32Values(values, 0), Equals(NSArray::array()));
+    EXPECT_THAT(LUMArray_Deprecated::arrayWithFloat32Values(floats, 0), Equals(NSArray::array()));
     EXPECT_THAT(LUMArray_Deprecated::arrayWithUInt32Values(nullptr, 3), Equals(NSArray::array()));
     EXPECT_THAT(LUMArray_Deprecated::arrayWithFloat32Values(nullptr, 3), Equals(NSArray::array()));
 }

@@ -78,7 +78,48 @@ TEST_P(FramingTest, GivesBackAStreamOfNothing)
     EXPECT_EQ(text(lum::inflateBytes(stream->bytes(), GetParam())), "");
 }
 
-// Window size and default level show in the header; what follows may differ between versions of zlib.
+/// What zlib itself writes with the parameters that are promised.
+std::vector<std::byte> writtenByZlib(std::string_view plain, Framing framing)
+{
+    constexpr int kDefaultLevel = -1;
+    constexpr int kDefaultStrategy = 0;
+    z_stream stream {};
+    const int status = framing == Framing::Zlib
+        ? deflateInit(&stream, kDefaultLevel)
+        : deflateInit2(&stream, kDefaultLevel, Z_DEFLATED, 15 + 16, 8, kDefaultStrategy);
+    EXPECT_EQ(status, Z_OK);
+    std::vector<std::byte> result(deflateBound(&stream, plain.size()));
+    std::string copy(plain); // zlib takes no const
+    stream.next_in = reinterpret_cast<Bytef*>(copy.data());
+    stream.avail_in = static_cast<uInt>(copy.size());
+    stream.next_out = reinterpret_cast<Bytef*>(result.data());
+    stream.avail_out = static_cast<uInt>(result.size());
+    EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
+    result.resize(stream.total_out);
+    deflateEnd(&stream);
+    return result;
+}
+
+/// Text in which every level, memory level and strategy finds something else: words that come again near and
+/// far, runs, and noise.
+std::string mixture()
+{
+    const std::string random = noise(30000);
+    std::string text;
+    for (std::size_t i = 0; i + 64 <= random.size(); i += 64) {
+        text += random.substr(i, 8) + std::string(static_cast<unsigned char>(random[i]), 'x');
+        for (std::size_t word = i; word < i + 64; ++word)
+            text += " word" + std::to_string(static_cast<unsigned char>(random[word]) % 50);
+    }
+    return text;
+}
+
+TEST_P(FramingTest, WritesWhatZlibWritesAtItsDefaults)
+{
+    for (const std::string& plain : { std::string("hello world"), mixture(), noise(100000) })
+        EXPECT_TRUE(deflated(plain, GetParam()) == writtenByZlib(plain, GetParam())) << plain.size();
+}
+
 TEST(DeflateStreamTest, WritesTheHeaderOfADefaultZlibStream)
 {
     EXPECT_EQ(hex(deflated("hello world", Framing::Zlib)).substr(0, 5), "78 9c");
@@ -231,6 +272,13 @@ TEST_F(StreamMemoryTest, DeflationBeginsWithOneStepOf16384)
 {
     auto result = lum::deflateBytes(bytesOf("hello world"), Framing::Zlib, memory);
     EXPECT_EQ(sSizes, (std::vector<std::size_t> { 16384, result->size() }));
+}
+
+TEST_F(StreamMemoryTest, DeflationTakesFewBlocksForManySteps)
+{
+    auto result = lum::deflateBytes(bytesOf(noise(100000)), Framing::Zlib, memory);
+    EXPECT_EQ(
+        sSizes, (std::vector<std::size_t> { 16384, 32768, 49152, 73728, 110592, 165888, result->size() }));
 }
 
 TEST(DeflateStreamTest, InflatesAHighlyCompressibleStreamInLinearTime)

@@ -1,6 +1,7 @@
 #include "LUMFoundation/LUMIncomingFolderWatcher.h"
 
 #include "LUMPlatform/NSArray.h"
+#include "LUMPlatform/NSFileManager.h"
 #include "LUMPlatform/NSNotificationCenter.h"
 #include "LUMPlatform/NSNumber.h"
 #include "LUMPlatform/NSSend.h"
@@ -174,6 +175,21 @@ TEST_F(LUMIncomingFolderWatcherTest, PostsTheGivenPathJoinedWithTheName)
     EXPECT_EQ(files->take(), Files { "complete " + given + "/b.complete" });
 }
 
+TEST_F(LUMIncomingFolderWatcherTest, PostsInTheOrderOfTheListing)
+{
+    const auto watcher = watch(drop);
+    for (const char* name : { "/d.complete", "/a.partial", "/e.complete", "/c.partial", "/b.complete" })
+        writeFile(drop + name, "");
+    watcher->scanFolder();
+    const auto names = NSFileManager::defaultManager()->contentsOfDirectoryAtPath(drop);
+    std::vector<std::string> listed;
+    for (const NSId& name : *names) {
+        const auto text = NSCast<NSString>(name)->utf8();
+        listed.push_back(text.substr(text.find('.') + 1) + " " + drop + "/" + text);
+    }
+    EXPECT_EQ(files->posted, listed);
+}
+
 TEST_F(LUMIncomingFolderWatcherTest, PostsEveryFileAtEveryScan)
 {
     const auto watcher = watch(drop);
@@ -221,6 +237,17 @@ TEST_F(LUMIncomingFolderWatcherTest, ScansWhenAFileIsDone)
     std::filesystem::rename(drop + "/a.partial", drop + "/a.complete");
     ASSERT_TRUE(isPosted("complete " + drop + "/a.complete"));
     EXPECT_GE(std::count(files->posted.begin(), files->posted.end(), "complete " + drop + "/b.complete"), 1);
+}
+
+TEST_F(LUMIncomingFolderWatcherTest, ScansWhenTheFoldersOwnAttributesChange)
+{
+    std::filesystem::create_directory(drop);
+    writeFile(drop + "/b.complete", "");
+    const auto watcher = watch(drop);
+    drainMainQueue();
+    EXPECT_EQ(files->take().size(), 1U);
+    std::filesystem::permissions(drop, std::filesystem::perms::owner_all);
+    EXPECT_TRUE(isPosted("complete " + drop + "/b.complete"));
 }
 
 TEST_F(LUMIncomingFolderWatcherTest, PostsNothingOnceTheFolderIsGone)
