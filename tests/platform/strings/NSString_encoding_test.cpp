@@ -1,7 +1,9 @@
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSString.h"
 #include "tests/fixture.h"
+#include "tests/vector_file.h"
 
+#include <cstdio>
 #include <cstring>
 
 namespace {
@@ -71,6 +73,29 @@ TEST_F(NSStringEncodingTest, StoresTheStartOfACStringThatDoesNotFit)
     EXPECT_EQ(storedBy("ab\u20ac", 5, NSUTF8StringEncoding), "no ab");
     EXPECT_EQ(storedBy("a", 1, NSUTF8StringEncoding), "no ");
 }
+
+class GetCStringVectors : public ObjectTest, public testing::WithParamInterface<vectors::Row> { };
+
+TEST_P(GetCStringVectors, StoreAsExpected)
+{
+    char text[32];
+    unsigned long maxLength = 0;
+    unsigned long encoding = 0;
+    ASSERT_EQ(std::sscanf(GetParam().cell("call").c_str(), "getCString '%31[^']' max=%lu enc=%lu", text,
+                  &maxLength, &encoding),
+        3);
+    unsigned char buffer[12];
+    std::memset(buffer, 0xEE, sizeof buffer);
+    const bool fits = NSString::stringWithUTF8String(text)->getCString(
+        reinterpret_cast<char*>(buffer), maxLength, static_cast<NSStringEncoding>(encoding));
+    std::string result = fits ? "ok=1 " : "ok=0 ";
+    for (unsigned char byte : buffer)
+        result += { "0123456789abcdef"[byte / 16], "0123456789abcdef"[byte % 16] };
+    EXPECT_EQ(result, GetParam().cell("result"));
+}
+
+INSTANTIATE_TEST_SUITE_P(GetCString, GetCStringVectors, testing::ValuesIn(vectors::load("getcstring.tsv")),
+    [](const auto& row) { return row.param.name(); });
 
 TEST_F(NSStringEncodingTest, StoresNothingWithoutABuffer)
 {

@@ -1,5 +1,6 @@
 #include "platform/strings/number_scan.h"
 
+#include "LUMPlatform/NSString.h"
 #include "tests/vector_file.h"
 
 #include <charconv>
@@ -54,7 +55,18 @@ TEST_P(NumberVectors, ReadAsExpected)
     EXPECT_EQ(std::to_string(intValue(text)), row.cell("intValue"));
     EXPECT_EQ(std::to_string(longLongValue(text)), row.cell("longLongValue"));
     EXPECT_EQ(exactText(doubleValue(text)), row.cell("doubleValue"));
-    EXPECT_EQ(exactText(static_cast<double>(static_cast<float>(doubleValue(text)))), row.cell("floatValue"));
+}
+
+TEST_P(NumberVectors, ReadAsExpectedFromAString)
+{
+    const vectors::Row& row = GetParam();
+    const auto string = NSString::stringWithCharacters(row.text("string_json"));
+    EXPECT_EQ(string->boolValue(), row.number("boolValue") == 1);
+    EXPECT_EQ(std::to_string(string->intValue()), row.cell("intValue"));
+    EXPECT_EQ(std::to_string(string->integerValue()), row.cell("integerValue"));
+    EXPECT_EQ(std::to_string(string->longLongValue()), row.cell("longLongValue"));
+    EXPECT_EQ(exactText(string->doubleValue()), row.cell("doubleValue"));
+    EXPECT_EQ(exactText(static_cast<double>(string->floatValue())), row.cell("floatValue"));
 }
 
 INSTANTIATE_TEST_SUITE_P(NumberConversions, NumberVectors,
