@@ -43,7 +43,6 @@ public:
     NSRef<NSString> fragment() const; ///< Selector: fragment
 
     /// Whether the scheme is "file" and the host is none, empty, or "localhost".
-
     /// Selector: isFileURL
     bool isFileURL() const;
     /// Whether it names a file by its identity: file:///.file/id=...

@@ -12,7 +12,6 @@ public:
     static const NSClass& classObject();
 
     /// A new one of random bits (version 4). Null when the system has no randomness to give.
-
     /// Selector: UUID
     static NSRef<NSUUID> UUID();
     /// The one of these 16 bytes, whatever they are. Null bytes raise NSInvalidArgumentException.
@@ -23,7 +22,6 @@ public:
     void getUUIDBytes(unsigned char* bytes) const;
 
     /// "1B4E28BA-2FA1-41D2-883F-0016D3CCA427".
-
     /// Selector: UUIDString
     NSRef<NSString> UUIDString() const;
 
