@@ -1,10 +1,11 @@
 #include "platform/files/whole_file.h"
 
+#include "platform/files/hidden_name.h"
+#include "platform/files/open_file.h"
+
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <cstdlib>
-#include <random>
 #include <utility>
 
 namespace platform {
@@ -12,25 +13,8 @@ namespace platform {
 namespace {
 
 constexpr int kMaxLinks = 40; // as many as the kernel follows
-constexpr std::size_t kMaxName = 255;
 constexpr std::size_t kSmallestRead = 16 * 1024;
 constexpr int kAttempts = 100;
-
-/// Closes a file at the end of a scope, or before, to see what that says.
-class OpenFile {
-public:
-    OpenFile(FileSystem& files, int file) : mFiles(files), mFile(file) { }
-    ~OpenFile() { (void)close(); }
-    OpenFile(const OpenFile&) = delete;
-    OpenFile& operator=(const OpenFile&) = delete;
-
-    int get() const { return mFile; }
-    int close() { return mFile < 0 ? 0 : mFiles.close(std::exchange(mFile, -1)); }
-
-private:
-    FileSystem& mFiles;
-    int mFile;
-};
 
 std::string folderOf(const std::string& path)
 {
@@ -59,13 +43,9 @@ int followLinks(FileSystem& files, std::string& path, FileSystem::Status& status
     return -ELOOP;
 }
 
-std::string hiddenNameFor(const std::string& path)
+std::string nameOf(const std::string& path)
 {
-    static std::atomic<std::uint64_t> number { std::random_device {}() };
-    const std::size_t slash = path.rfind('/');
-    const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
-    std::string mark = "." + std::to_string(number.fetch_add(0x9E3779B97F4A7C15) >> 16) + ".tmp";
-    return besides(path, "." + name.substr(0, kMaxName - 1 - mark.size()) + mark);
+    return path.substr(path.rfind('/') + 1); // all of it without a slash
 }
 
 int writeAll(FileSystem& files, int file, std::span<const std::byte> bytes)
@@ -102,7 +82,7 @@ int takeOver(FileSystem& files, int file, const FileSystem::Status& replaced)
 int createHidden(FileSystem& files, const std::string& path, mode_t permissions, std::string& hidden)
 {
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        hidden = hiddenNameFor(path);
+        hidden = besides(path, hiddenNameFor(nameOf(path)));
         int file = files.create(hidden, permissions);
         if (file != -EEXIST)
             return file;
@@ -113,7 +93,7 @@ int createHidden(FileSystem& files, const std::string& path, mode_t permissions,
 int writeHidden(
     FileSystem& files, int created, const FileSystem::Status* replaced, std::span<const std::byte> bytes)
 {
-    OpenFile file(files, created);
+    OpenFile<FileSystem> file(files, created);
     if (int problem = writeAll(files, file.get(), bytes); problem != 0)
         return problem;
     if (int problem = replaced ? takeOver(files, file.get(), *replaced) : 0; problem != 0)
@@ -129,7 +109,7 @@ int syncFolder(FileSystem& files, const std::string& path)
     // A folder that may be changed but not read cannot be synced; the content is whole either way.
     if (opened < 0)
         return opened == -EACCES ? 0 : opened;
-    OpenFile folder(files, opened);
+    OpenFile<FileSystem> folder(files, opened);
     int problem = files.sync(folder.get());
     return problem == -EINVAL ? 0 : problem; // a file system without such a notion
 }
@@ -152,7 +132,7 @@ int readFile(FileSystem& files, const std::string& path, FileContent& content)
     int opened = files.openForReading(path);
     if (opened < 0)
         return opened;
-    OpenFile file(files, opened);
+    OpenFile<FileSystem> file(files, opened);
     FileSystem::Status status;
     if (int problem = files.status(file.get(), status); problem != 0)
         return problem;
@@ -211,7 +191,7 @@ int overwriteFile(FileSystem& files, const std::string& path, std::span<const st
     int opened = files.openForWriting(path);
     if (opened < 0)
         return opened;
-    OpenFile file(files, opened);
+    OpenFile<FileSystem> file(files, opened);
     if (int problem = writeAll(files, file.get(), bytes); problem != 0)
         return problem;
     return file.close();
