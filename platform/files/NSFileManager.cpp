@@ -2,7 +2,11 @@
 
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSData.h"
+#include "LUMPlatform/NSDictionary.h"
+#include "LUMPlatform/NSDirectoryEnumerator.h"
 #include "LUMPlatform/NSString.h"
+#include "platform/files/system_path.h"
 #include "platform/objects/live_objects.h"
 #include "platform/values/errno_status.h"
 
@@ -16,6 +20,7 @@ namespace {
 
 using platform::fail;
 using platform::statusFromErrno;
+using platform::systemPath;
 
 bool fileExists(const NSFileManager& manager, const NSRef<NSString>& path)
 {
@@ -28,14 +33,15 @@ constexpr NSMethod kMethods[] = {
     NSMethodOf<"createDirectoryAtPath:withIntermediateDirectories:attributes:error:",
         &NSFileManager::createDirectoryAtPath>(),
     NSMethodOf<"contentsOfDirectoryAtPath:error:", &NSFileManager::contentsOfDirectoryAtPath>(),
+    NSMethodOf<"displayNameAtPath:", &NSFileManager::displayNameAtPath>(),
+    NSMethodOf<"createFileAtPath:contents:attributes:", &NSFileManager::createFileAtPath>(),
+    NSMethodOf<"enumeratorAtPath:", &NSFileManager::enumeratorAtPath>(),
+    NSMethodOf<"attributesOfItemAtPath:error:", &NSFileManager::attributesOfItemAtPath>(),
+    NSMethodOf<"setAttributes:ofItemAtPath:error:", &NSFileManager::setAttributes>(),
+    NSMethodOf<"copyItemAtPath:toPath:error:", &NSFileManager::copyItemAtPath>(),
+    NSMethodOf<"moveItemAtPath:toPath:error:", &NSFileManager::moveItemAtPath>(),
+    NSMethodOf<"removeItemAtPath:error:", &NSFileManager::removeItemAtPath>(),
 };
-
-/// The bytes of a path; empty, which names nothing, for null and for a text that the system would cut off.
-std::string bytesOf(const NSRef<NSString>& path)
-{
-    std::string bytes = path ? path->utf8() : std::string();
-    return bytes.find('\0') == std::string::npos ? bytes : std::string();
-}
 
 /// Whether it is a folder; empty when nothing is there.
 std::optional<bool> isFolder(const std::string& path)
@@ -52,21 +58,32 @@ int makeFolder(const std::string& path)
     return mkdir(path.c_str(), 0777) == 0 ? 0 : errno;
 }
 
+/// The path of the folder that `path` is in; empty when it has none to make.
+std::string folderOf(const std::string& path)
+{
+    const size_t end = path.find_last_not_of('/');
+    const size_t slash = end == std::string::npos ? end : path.rfind('/', end);
+    return slash == std::string::npos ? std::string() : path.substr(0, slash);
+}
+
 /// Makes the folder and those above that are missing; a folder that is there is fine. Another process may
 /// make the same folders meanwhile. Returns 0 or an errno value.
 int makeFolders(const std::string& path)
 {
-    int error = makeFolder(path);
-    if (error == ENOENT) {
-        const size_t end = path.find_last_not_of('/');
-        const size_t slash = end == std::string::npos ? end : path.rfind('/', end);
-        if (slash == std::string::npos || slash == 0)
+    std::vector<std::string> missing { path };
+    for (size_t steps = 0; !missing.empty(); ++steps) {
+        if (steps > 2 * path.size() + 2)
+            return ENOENT; // somebody removes them as fast as they are made
+        const int error = makeFolder(missing.back());
+        const std::string above = error == ENOENT ? folderOf(missing.back()) : std::string();
+        if (!above.empty())
+            missing.push_back(above);
+        else if (error == 0 || (error == EEXIST && isFolder(missing.back()).value_or(false)))
+            missing.pop_back();
+        else
             return error;
-        if (const int errorAbove = makeFolders(path.substr(0, slash)))
-            return errorAbove;
-        error = makeFolder(path);
     }
-    return error == EEXIST && isFolder(path).value_or(false) ? 0 : error;
+    return 0;
 }
 
 }
@@ -85,24 +102,31 @@ NSRef<NSFileManager> NSFileManager::defaultManager()
 
 bool NSFileManager::fileExistsAtPath(const NSRef<NSString>& path, bool* isDirectory) const
 {
-    const std::optional<bool> found = isFolder(bytesOf(path));
+    const std::optional<bool> found = isFolder(systemPath(path));
     if (found && isDirectory)
         *isDirectory = *found;
     return found.has_value();
 }
 
-bool NSFileManager::createDirectoryAtPath(const NSRef<NSString>& path, bool createIntermediates,
-    const NSRef<NSDictionary>& /*attributes*/, NSRef<NSError>* error) const
+NSRef<NSString> NSFileManager::displayNameAtPath(const NSRef<NSString>& path) const
 {
-    const std::string bytes = bytesOf(path);
+    return path ? path->lastPathComponent() : NSString::string();
+}
+
+bool NSFileManager::createDirectoryAtPath(const NSRef<NSString>& path, bool createIntermediates,
+    const NSRef<NSDictionary>& attributes, NSRef<NSError>* error) const
+{
+    const std::string bytes = systemPath(path);
     const int problem = createIntermediates ? makeFolders(bytes) : makeFolder(bytes);
-    return problem == 0 || fail(error, statusFromErrno(problem));
+    if (problem != 0)
+        return fail(error, statusFromErrno(problem));
+    return !attributes || setAttributes(attributes, path, error);
 }
 
 NSRef<NSArray> NSFileManager::contentsOfDirectoryAtPath(
     const NSRef<NSString>& path, NSRef<NSError>* error) const
 {
-    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(bytesOf(path).c_str()), closedir);
+    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir(systemPath(path).c_str()), closedir);
     if (!folder) {
         const int problem = errno;
         fail(error, statusFromErrno(problem));

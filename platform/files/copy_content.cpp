@@ -1,0 +1,112 @@
+#include "platform/files/copy_content.h"
+
+#include <cerrno>
+#include <memory>
+#include <sys/stat.h>
+
+namespace platform {
+
+namespace {
+
+constexpr std::size_t kRange = std::size_t { 64 } << 20;
+constexpr std::size_t kBlock = std::size_t { 128 } << 10;
+
+int writeAll(TreeSystem& system, int file, std::span<const std::byte> bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t written = system.write(file, bytes);
+        if (written < 0)
+            return static_cast<int>(written);
+        if (written == 0)
+            return -EIO; // else this would never end
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    }
+    return 0;
+}
+
+int copyByBlocks(TreeSystem& system, int from, int to)
+{
+    const auto block = std::make_unique<std::byte[]>(kBlock);
+    for (;;) {
+        const ssize_t count = system.read(from, { block.get(), kBlock });
+        if (count <= 0)
+            return static_cast<int>(count);
+        if (const int problem = writeAll(system, to, { block.get(), static_cast<std::size_t>(count) });
+            problem != 0)
+            return problem;
+    }
+}
+
+/// What copyRange says where it cannot work, rather than that something is wrong.
+bool isRefusal(ssize_t result)
+{
+    return result == -EXDEV || result == -EINVAL || result == -ENOSYS || result == -EOPNOTSUPP
+        || result == -EPERM || result == -EBADF || result == -ETXTBSY;
+}
+
+/// Nothing of the user's own is left out but where the file system can hold none of it.
+bool canBeLeftOut(int result, const std::string& name)
+{
+    const bool isSystems = !name.starts_with("user.");
+    return result == -EOPNOTSUPP || result == -ENODATA // gone meanwhile
+        || (isSystems && (result == -EPERM || result == -EACCES || result == -EINVAL));
+}
+
+int copyExtended(TreeSystem& system, int from, int to)
+{
+    std::vector<std::string> names;
+    const int listed = system.extendedNames(from, names);
+    if (listed != 0)
+        return listed == -EOPNOTSUPP ? 0 : listed;
+    for (const std::string& name : names) {
+        std::vector<std::byte> value;
+        int problem = system.extended(from, name, value);
+        if (problem == 0)
+            problem = system.setExtended(to, name, value);
+        if (problem != 0 && !canBeLeftOut(problem, name))
+            return problem;
+    }
+    return 0;
+}
+
+}
+
+int copyContent(TreeSystem& system, int from, int to)
+{
+    bool isBegun = false;
+    for (;;) {
+        const ssize_t count = system.copyRange(from, to, kRange);
+        if (count > 0) {
+            isBegun = true;
+            continue;
+        }
+        // Files that the system makes up on reading seem empty to copyRange.
+        if (isRefusal(count) || (count == 0 && !isBegun))
+            return copyByBlocks(system, from, to);
+        return static_cast<int>(count);
+    }
+}
+
+int copyAttributes(TreeSystem& system, int from, const TreeSystem::Status& status, int to)
+{
+    // Extended attributes while the copier may still write; then the owner, which drops permissions; times
+    // last, which everything else changes.
+    if (const int problem = copyExtended(system, from, to); problem != 0)
+        return problem;
+    TreeSystem::Status made;
+    if (const int problem = system.status(to, made); problem != 0)
+        return problem;
+    mode_t permissions = status.mode & 07777;
+    if (made.owner != status.owner || made.group != status.group) {
+        const int problem = system.setOwner(to, status.owner, status.group);
+        if (problem == -EPERM || problem == -EINVAL)
+            permissions &= 01777;
+        else if (problem != 0)
+            return problem;
+    }
+    if (const int problem = system.setPermissions(to, permissions); problem != 0)
+        return problem;
+    return system.setTimes(to, status.accessed, status.modified);
+}
+
+}
