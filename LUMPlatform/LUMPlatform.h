@@ -38,6 +38,7 @@
 #include "LUMPlatform/NSNumber.h"
 #include "LUMPlatform/NSObject.h"
 #include "LUMPlatform/NSPathUtilities.h"
+#include "LUMPlatform/NSPropertyListSerialization.h"
 #include "LUMPlatform/NSRef.h"
 #include "LUMPlatform/NSRunLoop.h"
 #include "LUMPlatform/NSSelector.h"

@@ -7,6 +7,7 @@
 #include <vector>
 
 class NSEnumerator;
+class NSError;
 class NSMutableArray;
 
 /// Orders two objects.
@@ -35,6 +36,12 @@ public:
     /// The same elements; empty for null. Selector: arrayWithArray:
     static NSRef<NSArray> arrayWithArray(const NSRef<NSArray>& array);
     static NSRef<NSArray> arrayWithObjects(std::vector<NSId> objects); ///< Selector: arrayWithObjects:count:
+
+    /// The array at the top of a property list, as NSDictionary reads one. Selector: arrayWithContentsOfFile:
+    static NSRef<NSArray> arrayWithContentsOfFile(
+        const NSRef<NSString>& path, NSRef<NSError>* error = nullptr);
+    /// Writes the array as a property list in XML, as NSDictionary does. Selector: writeToFile:atomically:
+    bool writeToFile(const NSRef<NSString>& path, bool atomically, NSRef<NSError>* error = nullptr) const;
 
     NSUInteger count() const { return mObjects.size(); } ///< Selector: count
     /// As a `T`, null when the element is none. Constant time. Selector: objectAtIndex:

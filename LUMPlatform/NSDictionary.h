@@ -4,9 +4,11 @@
 
 #include <initializer_list>
 #include <memory>
+#include <span>
 
 class NSArray;
 class NSEnumerator;
+class NSError;
 class NSMutableDictionary;
 namespace platform {
 class DictionaryTable;
@@ -41,11 +43,24 @@ public:
     /// Selector: dictionaryWithObjects:forKeys:
     static NSRef<NSDictionary> dictionaryWithObjects(
         const NSRef<NSArray>& objects, const NSRef<NSArray>& keys);
+    /// The same with plain lists. Selector: dictionaryWithObjects:forKeys:count:
+    static NSRef<NSDictionary> dictionaryWithObjectsCount(
+        std::span<const NSId> objects, std::span<const NSId> keys);
     /// Reads value, key, value, key, ... and stops at the first null, with what it had read; a null key after
     /// a value raises NSInvalidArgumentException. Selector: dictionaryWithObjectsAndKeys:
     static NSRef<NSDictionary> dictionaryWithObjectsAndKeys(std::initializer_list<NSId> objectsAndKeys);
     /// The same entries; empty for null. Selector: dictionaryWithDictionary:
     static NSRef<NSDictionary> dictionaryWithDictionary(const NSRef<NSDictionary>& other);
+
+    /// The dictionary at the top of a property list, whatever its format. Null, with an error, when the file
+    /// cannot be read (a status), is no property list, or has something else at its top (see
+    /// NSPropertyListSerialization). Selector: dictionaryWithContentsOfFile:
+    static NSRef<NSDictionary> dictionaryWithContentsOfFile(
+        const NSRef<NSString>& path, NSRef<NSError>* error = nullptr);
+    /// Writes the dictionary as a property list in XML; in one step when `atomically`, as NSData does. False,
+    /// with an error, when it is no property list (then nothing is written) or the file cannot be written.
+    /// Selector: writeToFile:atomically:
+    bool writeToFile(const NSRef<NSString>& path, bool atomically, NSRef<NSError>* error = nullptr) const;
 
     NSUInteger count() const; ///< Selector: count
     /// As a `T`; null when there is none, or the value is no T, or `key` is null. Selector: objectForKey:

@@ -12,6 +12,11 @@
 
 namespace {
 
+bool writeToFile(const NSArray& array, const NSRef<NSString>& path, bool atomically)
+{
+    return array.writeToFile(path, atomically);
+}
+
 constexpr NSMethod kMethods[] = {
     NSMethodOf<"count", &NSArray::count>(),
     NSMethodOf<"objectAtIndex:", &NSArray::objectAtIndex<NSObject>>(),
@@ -29,6 +34,7 @@ constexpr NSMethod kMethods[] = {
     NSMethodOf<"componentsJoinedByString:", &NSArray::componentsJoinedByString>(),
     NSMethodOf<"objectEnumerator", &NSArray::objectEnumerator>(),
     NSMethodOf<"isEqualToArray:", &NSArray::isEqualToArray>(),
+    NSMethodOf<"writeToFile:atomically:", &writeToFile>(),
 };
 
 }

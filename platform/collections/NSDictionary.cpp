@@ -9,6 +9,11 @@
 
 namespace {
 
+bool writeToFile(const NSDictionary& dictionary, const NSRef<NSString>& path, bool atomically)
+{
+    return dictionary.writeToFile(path, atomically);
+}
+
 constexpr NSMethod kMethods[] = {
     NSMethodOf<"count", &NSDictionary::count>(),
     NSMethodOf<"objectForKey:", &NSDictionary::objectForKey<NSObject>>(),
@@ -17,7 +22,16 @@ constexpr NSMethod kMethods[] = {
     NSMethodOf<"keyEnumerator", &NSDictionary::keyEnumerator>(),
     NSMethodOf<"objectEnumerator", &NSDictionary::objectEnumerator>(),
     NSMethodOf<"isEqualToDictionary:", &NSDictionary::isEqualToDictionary>(),
+    NSMethodOf<"writeToFile:atomically:", &writeToFile>(),
 };
+
+void requireSameCount(NSUInteger objects, NSUInteger keys, const char* operation)
+{
+    if (objects != keys)
+        throw NSException(NSInvalidArgumentException,
+            std::string(operation) + " count of objects (" + std::to_string(objects)
+                + ") differs from count of keys (" + std::to_string(keys) + ")");
+}
 
 }
 
@@ -63,15 +77,23 @@ NSRef<NSDictionary> NSDictionary::dictionaryWithObjects(
 {
     const NSUInteger objectCount = objects ? objects->count() : 0;
     const NSUInteger keyCount = keys ? keys->count() : 0;
-    if (objectCount != keyCount)
-        throw NSException(NSInvalidArgumentException,
-            "dictionaryWithObjects:forKeys: count of objects (" + std::to_string(objectCount)
-                + ") differs from count of keys (" + std::to_string(keyCount) + ")");
+    requireSameCount(objectCount, keyCount, "dictionaryWithObjects:forKeys:");
     auto dictionary = NSMake<NSDictionary>();
     dictionary->mTable->reserve(keyCount);
     for (NSUInteger at = 0; at < keyCount; ++at)
         dictionary->set(
             objects->objectAtIndex(at), keys->objectAtIndex(at), "dictionaryWithObjects:forKeys:");
+    return dictionary;
+}
+
+NSRef<NSDictionary> NSDictionary::dictionaryWithObjectsCount(
+    std::span<const NSId> objects, std::span<const NSId> keys)
+{
+    requireSameCount(objects.size(), keys.size(), "dictionaryWithObjects:forKeys:count:");
+    auto dictionary = NSMake<NSDictionary>();
+    dictionary->mTable->reserve(keys.size());
+    for (NSUInteger at = 0; at < keys.size(); ++at)
+        dictionary->set(objects[at], keys[at], "dictionaryWithObjects:forKeys:count:");
     return dictionary;
 }
 

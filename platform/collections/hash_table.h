@@ -89,6 +89,7 @@ public:
 
     void reserve(NSUInteger count)
     {
+        mEntries.reserve(count);
         if (count * 2 > mIndex.size())
             rebuild(count);
     }

@@ -122,6 +122,12 @@ TEST_F(NSDictionaryTest, PairsTwoListsUp)
                   [] { (void)NSDictionary::dictionaryWithObjects(NSArray::of(1), NSArray::of("a", "b")); }),
         "NSInvalidArgumentException");
     EXPECT_EQ(NSDictionary::dictionaryWithObjects(nullptr, nullptr)->count(), 0u);
+    const std::vector<NSId> objects { 1, 2 };
+    const std::vector<NSId> keys { "a", "b" };
+    EXPECT_THAT(NSDictionary::dictionaryWithObjectsCount(objects, keys),
+        Equals(NSDictionary::of({ { "a", 1 }, { "b", 2 } })));
+    EXPECT_EQ(nameRaisedBy([&] { (void)NSDictionary::dictionaryWithObjectsCount(objects, {}); }),
+        "NSInvalidArgumentException");
 }
 
 TEST_F(NSDictionaryTest, EndsAListOfValuesAndKeysAtTheFirstNull)
