@@ -24,6 +24,8 @@ public:
     /// answers the number of that.
     std::uint32_t add(std::uint32_t number);
 
+    /// Of all values, in bytes.
+    std::size_t size() const { return mEnd; }
     /// The bytes of the values, in the order in which they were added.
     std::string_view value(std::size_t index) const;
 
