@@ -49,6 +49,16 @@ TEST_F(LUMNotificationCenterTest, DeliberateNullRemovesTheWiderWay)
     EXPECT_EQ(posted("M", x), "second@main ");
 }
 
+TEST_F(LUMNotificationCenterTest, RemovesByARegistrationForEveryNameWhatItHadForTheObject)
+{
+    NSId y = NSMake<NSObject>();
+    center->addObserver(observer, kFirst, "N", x);
+    center->addObserver(observer, kFirst, "N", y);
+    center->addObserver(observer, kSecond, nullptr, x);
+    EXPECT_EQ(posted("N", x), "second@main ");
+    EXPECT_EQ(posted("N", y), "first@main ");
+}
+
 TEST_F(LUMNotificationCenterTest, ReplacesForMessagesToo)
 {
     const NSSelector add("addObserver:selector:name:object:");

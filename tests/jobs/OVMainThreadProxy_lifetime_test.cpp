@@ -55,6 +55,37 @@ TEST_F(DroppedTargetTest, LivesThroughAPerformedSelectorAndEndsOnTheMainThread)
     EXPECT_EQ(story, "dropped ended@main ");
 }
 
+/// A message whose argument is let go by everybody else while it runs.
+class DroppedArgumentTest : public OVMainThreadProxyTest {
+protected:
+    DroppedArgumentTest()
+    {
+        auto mortal = NSMake<Player>();
+        mortal->atEnd = [this] { story += "ended "; };
+        track = mortal;
+        player->whilePlaying = [this] {
+            track = nullptr;
+            story += "dropped ";
+        };
+    }
+
+    NSId track;
+    std::string story;
+};
+
+TEST_F(DroppedArgumentTest, LivesThroughTheMessage)
+{
+    serveMainLoopWhile([&] { NSSend(proxy, NSSelector("mix:"), track); });
+    EXPECT_EQ(story, "dropped ended ");
+}
+
+TEST_F(DroppedArgumentTest, LivesThroughAPerformedSelector)
+{
+    serveMainLoopWhile(
+        [&] { static_cast<void>(proxy->performSelectorWithObject(NSSelector("mix:"), track)); });
+    EXPECT_EQ(story, "dropped ended ");
+}
+
 TEST_F(OVMainThreadProxyTest, SurvivesBeingDroppedByItsOwnMessage)
 {
     player->whilePlaying = [&] { proxy = nullptr; };

@@ -151,6 +151,8 @@ TEST_F(OVMainThreadProxyTest, RaisesAtTheSenderForAMessageNobodyAnswersAndQueues
                   "NSInvalidArgumentException: -[OVMainThreadProxy noSuchMethod:]: unrecognized selector", 0),
         0u)
         << reason;
+    EXPECT_NO_THROW(platform::MainQueue::shared().drain()); // the target would raise as well
+    EXPECT_EQ(player->take(), "");
 }
 
 TEST_F(OVMainThreadProxyTest, PerformsASelectorOnTheMainThreadButGivesBackNull)
@@ -195,6 +197,7 @@ TEST_F(OVMainThreadProxyTest, RaisesAtTheSenderWhenPerformingWhatNobodyAnswers)
     }).join();
     EXPECT_NE(plain.find("[OVMainThreadProxy nothing]: unrecognized selector"), std::string::npos) << plain;
     EXPECT_NE(withObject.find("[OVMainThreadProxy noSuchMethod:]"), std::string::npos) << withObject;
+    EXPECT_NO_THROW(platform::MainQueue::shared().drain());
 }
 
 TEST_F(OVMainThreadProxyTest, InvokesAForwardedInvocationAndLeavesItTheResult)

@@ -29,6 +29,7 @@ public:
             NSMethodOf<"half:", &Player::half>(),
             NSMethodOf<"play", &Player::play>(),
             NSMethodOf<"fail", &Player::fail>(),
+            NSMethodOf<"mix:", &Player::mix>(),
         };
         static const NSClass& type = NSClass::define("Player", &NSObject::classObject(), kMethods);
         return type;
@@ -53,6 +54,11 @@ public:
             whilePlaying();
     }
     void fail() { throw NSException(NSRangeException, "no such title"); }
+    void mix(const NSId& /*track*/)
+    {
+        if (whilePlaying)
+            whilePlaying();
+    }
 
     std::string take() { return std::exchange(mTold, ""); }
 
