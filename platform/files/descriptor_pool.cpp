@@ -1,0 +1,260 @@
+#include "platform/files/descriptor_pool.h"
+
+#include <algorithm>
+#include <cstring>
+#include <pthread.h>
+
+namespace platform {
+
+namespace {
+
+constexpr std::int64_t kMissLasts = 1'000'000'000; // nanoseconds
+
+/// Volumes that users take away: an open object on them would keep them from being unmounted.
+bool isOnRemovableVolume(std::string_view path)
+{
+    constexpr std::string_view kBelow[] = { "/media/", "/run/media/", "/mnt/" };
+    return std::ranges::any_of(kBelow, [&](std::string_view folder) { return path.starts_with(folder); });
+}
+
+}
+
+DescriptorPool& DescriptorPool::shared()
+{
+    static DescriptorPool& only = [&]() -> DescriptorPool& {
+        auto* made = new DescriptorPool; // never destroyed: references may end after everything
+        // A child must not find the lock held by a thread that it has not got.
+        pthread_atfork(
+            [] { shared().mLock.lock(); }, [] { shared().mLock.unlock(); }, [] { shared().mLock.unlock(); });
+        return *made;
+    }();
+    return only;
+}
+
+DescriptorPool::DescriptorPool() : mBudget(budgetOfProcess()) { }
+
+std::size_t DescriptorPool::budgetOfProcess()
+{
+    return std::clamp(NodeSystem::current().descriptorLimit() / 4, kLeast, kMost);
+}
+
+DescriptorPool::Lease::~Lease()
+{
+    if (mNode)
+        shared().unpin(*mNode);
+    else if (mDescriptor >= 0)
+        NodeSystem::current().close(mDescriptor);
+}
+
+DescriptorPool::Lease DescriptorPool::lease(ReferenceNode& node)
+{
+    MutexLock held(mLock);
+    if (node.mDescriptor < 0)
+        return {};
+    ++node.mPins;
+    if (&node != mNewest) {
+        unlink(node);
+        linkAsNewest(node);
+    }
+    return { &node, node.mDescriptor };
+}
+
+DescriptorPool::Lease DescriptorPool::adopt(
+    ReferenceNode& node, int descriptor, std::string_view path, const FileHandle& handle)
+{
+    std::vector<int> closing;
+    Lease lease;
+    {
+        MutexLock held(mLock);
+        if (handle && !node.mHasHandle.load(std::memory_order_relaxed)) {
+            node.mIdentity.handle = handle;
+            node.mHasHandle.store(true, std::memory_order_release);
+        }
+        if (!node.mPath || path != node.mPath.get())
+            node.mPath = copied(path);
+        node.mMissedAt = 0;
+        if (isOnRemovableVolume(path)) {
+            lease = { nullptr, descriptor };
+        } else if (node.mDescriptor >= 0) {
+            closing.push_back(descriptor); // another thread was faster
+            ++node.mPins;
+            lease = { &node, node.mDescriptor };
+        } else {
+            node.mDescriptor = descriptor;
+            ++node.mPins;
+            ++mHeld;
+            linkAsNewest(node);
+            lease = { &node, descriptor };
+            if (mHeld > mBudget)
+                closing = evictBeyond(mBudget);
+        }
+    }
+    closeAll(closing);
+    return lease;
+}
+
+void DescriptorPool::disown(ReferenceNode& node, int descriptor)
+{
+    MutexLock held(mLock);
+    if (node.mDescriptor != descriptor)
+        return;
+    unlink(node);
+    node.mDescriptor = -1;
+    --mHeld;
+}
+
+DescriptorPool::Place DescriptorPool::place(ReferenceNode& node)
+{
+    MutexLock held(mLock);
+    return { node.mPath ? std::string(node.mPath.get()) : std::string(), node.mDescriptor >= 0 };
+}
+
+void DescriptorPool::setPath(ReferenceNode& node, std::string_view path)
+{
+    MutexLock held(mLock);
+    node.mPath = copied(path);
+    node.mMissedAt = 0;
+}
+
+bool DescriptorPool::hasMissed(const ReferenceNode& node, std::int64_t folderModified, std::int64_t now)
+{
+    MutexLock held(mLock);
+    return node.mMissedAt != 0 && now - node.mMissedAt < kMissLasts && node.mMissedChange == folderModified;
+}
+
+void DescriptorPool::setMissed(ReferenceNode& node, std::int64_t folderModified, std::int64_t now)
+{
+    MutexLock held(mLock);
+    node.mMissedAt = now;
+    node.mMissedChange = folderModified;
+}
+
+bool DescriptorPool::makeRoom()
+{
+    std::vector<int> closing;
+    {
+        MutexLock held(mLock);
+        mBudget = std::max(kLeast, std::min(mBudget, mHeld) / 2);
+        closing = evictBeyond(mHeld > mBudget ? mBudget : 0);
+    }
+    closeAll(closing);
+    return !closing.empty();
+}
+
+void DescriptorPool::releaseAll()
+{
+    std::vector<int> closing;
+    {
+        MutexLock held(mLock);
+        closing = evictBeyond(0);
+        mBudget = budgetOfProcess();
+    }
+    closeAll(closing);
+}
+
+std::size_t DescriptorPool::budget()
+{
+    MutexLock held(mLock);
+    return mBudget;
+}
+
+std::size_t DescriptorPool::held()
+{
+    MutexLock held(mLock);
+    return mHeld;
+}
+
+std::unique_ptr<char[]> DescriptorPool::copied(std::string_view path)
+{
+    auto copy = std::make_unique_for_overwrite<char[]>(path.size() + 1);
+    *std::ranges::copy(path, copy.get()).out = 0;
+    return copy;
+}
+
+void DescriptorPool::closeAll(const std::vector<int>& descriptors)
+{
+    for (const int descriptor : descriptors)
+        NodeSystem::current().close(descriptor);
+}
+
+bool DescriptorPool::isStillOurs(
+    const ReferenceNode& node, int descriptor, int& problem, FileAttributes& attributes)
+{
+    problem = NodeSystem::current().attributes(descriptor, "", attributes);
+    return problem == 0 ? isSame(node.mIdentity, attributes) : problem != -EBADF;
+}
+
+void DescriptorPool::forget(ReferenceNode& node)
+{
+    {
+        MutexLock held(mLock);
+        if (node.mDescriptor < 0)
+            return;
+        unlink(node);
+        --mHeld;
+    }
+    FileAttributes attributes;
+    int problem = 0;
+    if (isStillOurs(node, node.mDescriptor, problem, attributes))
+        NodeSystem::current().close(node.mDescriptor);
+}
+
+void DescriptorPool::unpin(ReferenceNode& node)
+{
+    MutexLock held(mLock);
+    --node.mPins;
+}
+
+void DescriptorPool::linkAsNewest(ReferenceNode& node)
+{
+    node.mOlder = mNewest;
+    node.mNewer = nullptr;
+    (mNewest ? mNewest->mNewer : mOldest) = &node;
+    mNewest = &node;
+}
+
+void DescriptorPool::unlink(ReferenceNode& node)
+{
+    (node.mNewer ? node.mNewer->mOlder : mNewest) = node.mOlder;
+    (node.mOlder ? node.mOlder->mNewer : mOldest) = node.mNewer;
+}
+
+std::vector<int> DescriptorPool::evictBeyond(std::size_t count)
+{
+    std::vector<int> closing;
+    for (ReferenceNode* node = mOldest; node && mHeld > count;) {
+        ReferenceNode& last = *node;
+        node = node->mNewer;
+        if (last.mPins > 0)
+            continue;
+        FileAttributes attributes;
+        int problem = 0;
+        if (isStillOurs(last, last.mDescriptor, problem, attributes)) {
+            if (problem == 0)
+                remember(last, attributes);
+            closing.push_back(last.mDescriptor);
+        }
+        unlink(last);
+        last.mDescriptor = -1;
+        --mHeld;
+    }
+    return closing;
+}
+
+/// Notes where the object is now. What the system calls "(deleted)" may be a file of that name, or an object
+/// that lost one of its names, so only a look tells whether that is a better hint than the old one.
+void DescriptorPool::remember(ReferenceNode& node, const FileAttributes& attributes)
+{
+    auto& system = NodeSystem::current();
+    std::string path;
+    if (attributes.links == 0 || system.pathOf(node.mDescriptor, path) != 0 || path == node.mPath.get())
+        return;
+    FileAttributes there;
+    if (path.ends_with(" (deleted)")
+        && (system.attributes(NodeSystem::kNoFolder, path.c_str(), there) != 0
+            || !isSame(node.mIdentity, there)))
+        return;
+    node.mPath = copied(path);
+}
+
+}

@@ -1,0 +1,171 @@
+#include "platform/files/object_search.h"
+
+#include "platform/files/descriptor_pool.h"
+#include "platform/files/folder_entries.h"
+#include "platform/files/reference_opening.h"
+
+#include <deque>
+#include <optional>
+
+namespace platform {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+class Search {
+public:
+    Search(const FileIdentity& sought, SearchLimits limits)
+        : mSought(sought), mEntriesLeft(limits.entries), mEnd(Clock::now() + limits.time)
+    {
+    }
+
+    const std::string& found() const { return mFound; }
+    bool isOver() const { return !mFound.empty() || mEntriesLeft == 0 || Clock::now() >= mEnd; }
+
+    /// Whether the object is at `path`.
+    bool look(const std::string& path);
+    /// Opens a folder of the sought volume to be read; nothing when it is none, or may not be read.
+    std::optional<int> opened(const std::string& path, bool& isElsewhere) const;
+    /// Looks through a folder and all below it, but for the tree at `except`.
+    void lookBelow(const std::string& path, const std::string& except);
+    /// The entry of a folder that has this number and is a folder.
+    std::string folderNumbered(std::uint64_t inode, const std::string& path);
+
+private:
+    void lookThrough(const std::string& path, std::deque<std::string>& folders, const std::string& except);
+    bool mayBeSought(const FolderEntry& entry) const
+    {
+        // Layered file systems list folders under other numbers than they have. One look more is little
+        // beside reading a folder.
+        return entry.inode == mSought.inode
+            || (mSought.kind == FileKind::Folder && entry.kind == FolderEntry::Folder);
+    }
+    bool isSought(int folder, const char* name) const;
+
+    NodeSystem& mSystem = NodeSystem::current();
+    const FileIdentity& mSought;
+    std::size_t mEntriesLeft;
+    const Clock::time_point mEnd;
+    std::string mFound;
+};
+
+bool Search::isSought(int folder, const char* name) const
+{
+    FileAttributes attributes;
+    if (mSystem.attributes(folder, name, attributes) != 0 || !isSame(mSought, attributes))
+        return false;
+    FileHandle handle;
+    (void)mSystem.handle(folder, name, NodeSystem::HandlePurpose::Telling, handle);
+    return isSame(mSought, FileIdentity(mSought.volume, attributes, handle));
+}
+
+bool Search::look(const std::string& path)
+{
+    bool isElsewhere = false;
+    const std::string folderPath = folderOf(path);
+    if (const auto folder = opened(folderPath, isElsewhere)) {
+        if (isSought(*folder, std::string(nameOf(path)).c_str()))
+            mFound = path;
+        mSystem.close(*folder);
+    }
+    return !mFound.empty();
+}
+
+std::optional<int> Search::opened(const std::string& path, bool& isElsewhere) const
+{
+    const int folder = DescriptorPool::shared().opened(
+        [&] { return mSystem.openFolder(NodeSystem::kNoFolder, path.c_str()); });
+    if (folder < 0)
+        return std::nullopt;
+    NodeSystem::Volume volume;
+    isElsewhere = mSystem.volume(folder, volume) != 0 || volume.id != mSought.volume;
+    if (!isElsewhere)
+        return folder;
+    mSystem.close(folder);
+    return std::nullopt;
+}
+
+void Search::lookThrough(const std::string& path, std::deque<std::string>& folders, const std::string& except)
+{
+    bool isElsewhere = false;
+    const auto folder = opened(path, isElsewhere);
+    if (!folder)
+        return;
+    FolderReader reader(mSystem, *folder);
+    FolderEntry entry;
+    while (!isOver() && reader.next(entry) > 0) {
+        --mEntriesLeft;
+        if (mayBeSought(entry) && isSought(reader.folder(), entry.name.data())) {
+            mFound = joined(path, entry.name);
+            return;
+        }
+        // A kind that is not told is found out by opening it.
+        if (entry.kind == FolderEntry::Folder || entry.kind == FolderEntry::Unknown) {
+            std::string below = joined(path, entry.name);
+            if (below != except)
+                folders.push_back(std::move(below));
+        }
+    }
+}
+
+void Search::lookBelow(const std::string& path, const std::string& except)
+{
+    std::deque<std::string> folders { path };
+    while (!folders.empty() && !isOver()) {
+        const std::string next = std::move(folders.front());
+        folders.pop_front();
+        lookThrough(next, folders, except);
+    }
+}
+
+std::string Search::folderNumbered(std::uint64_t inode, const std::string& path)
+{
+    bool isElsewhere = false;
+    const auto folder = opened(path, isElsewhere);
+    if (!folder)
+        return {};
+    FolderReader reader(mSystem, *folder);
+    FolderEntry entry;
+    while (!isOver() && reader.next(entry) > 0) {
+        --mEntriesLeft;
+        if (entry.inode == inode && (entry.kind == FolderEntry::Folder || entry.kind == FolderEntry::Unknown))
+            return joined(path, entry.name);
+    }
+    return {};
+}
+
+}
+
+int searchObject(const FileIdentity& sought, const std::string& lastPath,
+    std::span<const std::uint64_t> ancestors, SearchLimits limits, std::string& found)
+{
+    Search search(sought, limits);
+    std::string searched;
+    std::string folderPath = lastPath;
+    for (std::size_t level = 0; folderPath != "/" && !folderPath.empty() && !search.isOver(); ++level) {
+        const std::string below = folderPath;
+        folderPath = folderOf(folderPath);
+        bool isElsewhere = false;
+        const auto folder = search.opened(folderPath, isElsewhere);
+        if (isElsewhere)
+            break; // the volume ends here, or is no longer mounted
+        if (!folder)
+            continue;
+        NodeSystem::current().close(*folder);
+        if (searched.empty() && level > 0 && level <= ancestors.size()) {
+            const std::string renamed = search.folderNumbered(ancestors[level - 1], folderPath);
+            if (!renamed.empty() && !search.look(renamed + lastPath.substr(below.size())))
+                search.lookBelow(renamed, searched);
+        }
+        if (!search.isOver())
+            search.lookBelow(folderPath, searched);
+        searched = folderPath;
+    }
+    if (search.found().empty())
+        return -ENOENT;
+    found = search.found();
+    return 0;
+}
+
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/files/file_identity.h"
+
+#include <chrono>
+#include <string>
+
+namespace platform {
+
+struct SearchLimits {
+    std::size_t entries;
+    std::chrono::milliseconds time;
+};
+
+/// For what an accessor does on the way.
+inline constexpr SearchLimits kGlance { 20'000, std::chrono::milliseconds(50) };
+/// For what somebody asked for.
+inline constexpr SearchLimits kSearch { 200'000, std::chrono::milliseconds(250) };
+
+/// Looks for an object on its volume, from where it was last known outward: in that folder first, then below
+/// it, then in and below each folder above. Only names and numbers of entries are read; a candidate is looked
+/// at closely. 0 and where the object is, -ENOENT when it was not found, or the limits were reached first.
+///
+/// `ancestors` are the numbers of the folders that were above it, the nearest first, as far as they are
+/// known: one that was renamed is recognised by its number, which saves the search below it.
+int searchObject(const FileIdentity& sought, const std::string& lastPath,
+    std::span<const std::uint64_t> ancestors, SearchLimits limits, std::string& found);
+
+}

@@ -1,0 +1,30 @@
+#include "platform/files/reference_node.h"
+
+#include "platform/files/descriptor_pool.h"
+
+namespace platform {
+
+ReferenceNode::ReferenceNode(const FileIdentity& identity, std::string_view path)
+    : mHasHandle(static_cast<bool>(identity.handle)), mIdentity(identity), mPath(DescriptorPool::copied(path))
+{
+}
+
+ReferenceNode::~ReferenceNode()
+{
+    DescriptorPool::shared().forget(*this);
+}
+
+FileIdentity ReferenceNode::identity() const
+{
+    if (mHasHandle.load(std::memory_order_acquire))
+        return mIdentity;
+    FileIdentity identity;
+    identity.volume = mIdentity.volume;
+    identity.device = mIdentity.device;
+    identity.inode = mIdentity.inode;
+    identity.born = mIdentity.born;
+    identity.kind = mIdentity.kind;
+    return identity;
+}
+
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/files/node_system.h"
+#include "platform/files/reference_node.h"
+
+namespace platform {
+
+// References come into being here. All answer 0 or a negative errno. Without a free descriptor a reference is
+// made all the same; then it knows its object by path and identity alone until it can be opened.
+
+/// A reference to what `path` names; a symbolic link at its end is not followed.
+int openReference(const std::string& path, NodeRef& made);
+
+/// A reference to what the links at the end of `path` lead to.
+int openReferenceTarget(const std::string& path, NodeRef& made);
+
+/// A reference to an entry of a folder, as it was seen, without a descriptor. `volume` is the entry's.
+NodeRef referenceTo(const std::string& folderPath, std::string_view name, std::uint64_t volume,
+    const FileAttributes& attributes);
+
+/// Who the object of a descriptor is.
+int identify(int descriptor, FileIdentity& identity);
+
+/// Path text. The path above "/" is "/" itself; paths are absolute, without slashes at their end.
+std::string folderOf(const std::string& path);
+std::string_view nameOf(std::string_view path);
+std::string joined(const std::string& folder, std::string_view name);
+
+}

@@ -1,0 +1,173 @@
+#include "platform/files/reference_path.h"
+
+#include "platform/files/reference_opening.h"
+
+namespace platform {
+
+namespace {
+
+std::int64_t now()
+{
+    return std::chrono::steady_clock::now().time_since_epoch().count();
+}
+
+/// When the folder that a search would begin in was last changed.
+std::int64_t folderModified(const std::string& path)
+{
+    FileAttributes attributes;
+    const int problem =
+        NodeSystem::current().attributes(NodeSystem::kNoFolder, folderOf(path).c_str(), attributes);
+    return problem == 0 ? attributes.modified : 0;
+}
+
+class Locating {
+public:
+    Locating(ReferenceNode& node, LocatedNode& located, SearchLimits limits)
+        : mNode(node), mLocated(located), mLimits(limits)
+    {
+    }
+
+    int run()
+    {
+        mLocated.lease = mPool.lease(mNode);
+        if (mLocated.lease) {
+            bool isOurs = false;
+            const int problem = askDescriptor(isOurs);
+            if (isOurs)
+                return problem;
+            mPool.disown(mNode, mLocated.lease.get());
+            mLocated.lease = {};
+        }
+        return openAgain();
+    }
+
+private:
+    bool isAt(const std::string& path) const
+    {
+        FileAttributes attributes;
+        return !path.empty() && mSystem.attributes(NodeSystem::kNoFolder, path.c_str(), attributes) == 0
+            && isSame(mNode.identity(), attributes);
+    }
+
+    /// The system followed the object as long as it was open, but what it tells must be seen to be true.
+    int askDescriptor(bool& isOurs)
+    {
+        const int descriptor = mLocated.lease.get();
+        FileAttributes attributes;
+        int problem = 0;
+        isOurs = DescriptorPool::isStillOurs(mNode, descriptor, problem, attributes);
+        if (!isOurs || problem != 0)
+            return problem;
+        const std::string known = mPool.place(mNode).path;
+        std::string told;
+        problem = mSystem.pathOf(descriptor, told);
+        if (problem == 0 && isAt(told)) {
+            if (told != known)
+                mPool.setPath(mNode, told);
+            mLocated.path = std::move(told);
+            return 0;
+        }
+        if (isAt(known)) { // the system has no /proc, or calls it otherwise
+            mLocated.path = known;
+            return 0;
+        }
+        if (attributes.links == 0 || problem == -ENAMETOOLONG)
+            return problem == -ENAMETOOLONG ? problem : -ENOENT;
+        return search(known);
+    }
+
+    /// Opens what is at the remembered path, if that is still the object.
+    int openAgain()
+    {
+        const std::string known = mPool.place(mNode).path;
+        if (known.empty())
+            return -ENOENT;
+        const int problem = openAt(known);
+        return problem == 0 ? 0 : search(known);
+    }
+
+    int openAt(const std::string& path)
+    {
+        const int descriptor =
+            mPool.opened([&] { return mSystem.open(NodeSystem::kNoFolder, path.c_str()); });
+        if (descriptor == -EMFILE || descriptor == -ENFILE)
+            return lookAt(path);
+        if (descriptor < 0)
+            return descriptor;
+        FileIdentity there;
+        const int problem = identify(descriptor, there);
+        if (problem != 0 || !isSame(mNode.identity(), there)) {
+            mSystem.close(descriptor);
+            return problem != 0 ? problem : -ENOENT;
+        }
+        mLocated.lease = mPool.adopt(mNode, descriptor, path, there.handle);
+        mLocated.path = path;
+        return 0;
+    }
+
+    /// The same without a descriptor.
+    int lookAt(const std::string& path)
+    {
+        FileAttributes attributes;
+        if (const int problem = mSystem.attributes(NodeSystem::kNoFolder, path.c_str(), attributes);
+            problem != 0)
+            return problem;
+        FileHandle handle;
+        (void)mSystem.handle(NodeSystem::kNoFolder, path.c_str(), NodeSystem::HandlePurpose::Telling, handle);
+        const FileIdentity identity = mNode.identity();
+        if (!isSame(identity, FileIdentity(identity.volume, attributes, handle)))
+            return -ENOENT;
+        mLocated.path = path;
+        return 0;
+    }
+
+    int search(const std::string& known)
+    {
+        const std::int64_t modified = folderModified(known);
+        if (mPool.hasMissed(mNode, modified, now()))
+            return -ENOENT;
+        std::string found;
+        if (searchObject(mNode.identity(), known, {}, mLimits, found) != 0) {
+            mPool.setMissed(mNode, modified, now());
+            return -ENOENT;
+        }
+        if (!mLocated.lease)
+            return openAt(found);
+        mPool.setPath(mNode, found);
+        mLocated.path = std::move(found);
+        return 0;
+    }
+
+    NodeSystem& mSystem = NodeSystem::current();
+    DescriptorPool& mPool = DescriptorPool::shared();
+    ReferenceNode& mNode;
+    LocatedNode& mLocated;
+    const SearchLimits mLimits;
+};
+
+}
+
+int locate(ReferenceNode& node, LocatedNode& located, SearchLimits limits)
+{
+    return Locating(node, located, limits).run();
+}
+
+int locate(ReferenceNode& node, std::string& path, SearchLimits limits)
+{
+    // While the object is open its number belongs to no other, so one look at the path is proof enough.
+    const auto place = DescriptorPool::shared().place(node);
+    FileAttributes attributes;
+    if (place.isHeld
+        && NodeSystem::current().attributes(NodeSystem::kNoFolder, place.path.c_str(), attributes) == 0
+        && isSame(node.identity(), attributes)) {
+        path = place.path;
+        return 0;
+    }
+    LocatedNode located;
+    const int problem = locate(node, located, limits);
+    if (problem == 0)
+        path = std::move(located.path);
+    return problem;
+}
+
+}
