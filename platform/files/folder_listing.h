@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/files/folder_entries.h"
+#include "platform/files/reference_node.h"
+
+#include <vector>
+
+namespace platform {
+
+/// The entries of a folder as references, each looked at once and none opened.
+class FolderListing {
+public:
+    /// 0 or a negative errno: -ENOTDIR when the node is no folder.
+    static int open(ReferenceNode& folder, std::unique_ptr<FolderListing>& opened);
+
+    /// 1 for an entry, whose name is valid until the next call; 0 at the end; a negative errno.
+    int next(NodeRef& made, std::string_view& name);
+
+private:
+    struct Place {
+        std::uint64_t mount;
+        std::uint64_t device;
+        std::uint64_t volume;
+    };
+
+    FolderListing(int folder, std::string path);
+    int begin();
+    int volumeOf(const char* name, const FileAttributes& attributes, std::uint64_t& volume);
+
+    NodeSystem& mSystem = NodeSystem::current();
+    FolderReader mReader;
+    const std::string mPath;
+    std::vector<Place> mPlaces; // where entries were so far, the folder's own place first
+};
+
+}
