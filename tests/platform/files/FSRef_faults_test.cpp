@@ -1,0 +1,180 @@
+// Every system call under a reference fails once, in every way.
+#include "LUMPlatform/FSCatalog.h"
+#include "LUMPlatform/FSIterator.h"
+
+#include "tests/platform/files/faulty_node_system.h"
+#include "tests/platform/files/reference_fixture.h"
+
+#include <cerrno>
+#include <cstring>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class FSRefFaultsTest : public ReferenceTest, public testing::WithParamInterface<int> {
+protected:
+    ~FSRefFaultsTest() override { FSReleaseDescriptors(); }
+
+    /// Repeats `act` with one more call going well each time, until none fails. `act` gets a fresh folder.
+    template<typename Act> void forEachCall(unsigned calls, const Act& act)
+    {
+        FSReleaseDescriptors();
+        for (int at = 0; at < 200; ++at) {
+            FaultyNodeSystem system;
+            system.fail(calls, GetParam(), at, false);
+            act(at);
+            FSReleaseDescriptors();
+            if (!system.hasFailed())
+                return;
+            system.heal();
+            EXPECT_EQ(system.opened(), 0) << "left a descriptor open after a fault in call " << at;
+        }
+        FAIL() << "never came to an end";
+    }
+};
+
+TEST_P(FSRefFaultsTest, MakingGivesAStatusOrTheReference)
+{
+    const std::string path = file("f");
+    forEachCall(FaultyNodeSystem::All, [&](int) {
+        FSRef ref;
+        const OSStatus status = FSPathMakeRef(path, ref);
+        EXPECT_EQ(status == 0, static_cast<bool>(ref));
+        EXPECT_EQ(FSCompareFSRefs(ref, ref), 0);
+    });
+}
+
+TEST_P(FSRefFaultsTest, APathIsTheObjectsOrNone)
+{
+    folder("a");
+    const FSRef ref = refTo(file("f"));
+    forEachCall(FaultyNodeSystem::All, [&](int at) {
+        const std::string name = "f" + std::to_string(at);
+        rename(fs::exists(this->at("f")) ? "f" : "f" + std::to_string(at - 1), name);
+        std::string path;
+        EXPECT_TRUE(FSRefMakePath(ref, path) != 0 || path == this->at(name)) << path;
+    });
+    EXPECT_EQ(FSCompareFSRefs(ref, refTo(pathOf(ref))), 0);
+}
+
+TEST_P(FSRefFaultsTest, ResolvingLeavesTheReferenceOrReplacesIt)
+{
+    file("f");
+    fs::create_symlink("f", at("alias"));
+    forEachCall(FaultyNodeSystem::All, [&](int) {
+        FSRef ref;
+        if (FSPathMakeRef(at("alias"), ref) != 0)
+            return;
+        const FSRef link = ref;
+        const bool isResolved = FSResolveAliasFile(ref, true, nullptr, nullptr) == 0;
+        EXPECT_EQ(FSCompareFSRefs(ref, link) != 0, isResolved);
+    });
+}
+
+TEST_P(FSRefFaultsTest, AListingGivesAllItHadBeforeTheFault)
+{
+    folder("a");
+    for (const std::string name : { "1", "2", "3" })
+        file("a/" + name);
+    const FSRef ref = refTo(at("a"));
+    forEachCall(FaultyNodeSystem::All, [&](int) {
+        FSIterator iterator;
+        if (FSOpenIterator(ref, kFSIterateFlat, iterator) != 0)
+            return;
+        FSRef item;
+        int count = 0;
+        OSStatus status = 0;
+        while ((status = FSGetCatalogInfoBulk(iterator, item)) == 0)
+            ++count;
+        // An entry that is not there any more is no fault.
+        EXPECT_TRUE(status != kFSNoMoreItems || count == 3 || GetParam() == ENOENT);
+    });
+}
+
+TEST_P(FSRefFaultsTest, ARenameIsDoneOrNot)
+{
+    file("f");
+    forEachCall(FaultyNodeSystem::All, [&](int) {
+        FSRef ref;
+        if (FSPathMakeRef(at("f"), ref) != 0)
+            return;
+        const bool isRenamed = FSRenameUnicode(ref, u"g", &ref) == 0;
+        EXPECT_EQ(fs::exists(at("g")), isRenamed);
+        EXPECT_EQ(fs::exists(at("f")), !isRenamed);
+        if (isRenamed)
+            rename("g", "f");
+    });
+}
+
+TEST_P(FSRefFaultsTest, FinderInformationIsStoredOrNot)
+{
+    FSCatalogInfo info;
+    info.finderInfo.fileType = 0x41494646;
+    const FSRef ref = refTo(file("f"));
+    forEachCall(FaultyNodeSystem::All, [&](int) {
+        const bool isStored = FSSetCatalogInfo(ref, kFSCatInfoFinderInfo, info) == 0;
+        FSCatalogInfo read;
+        const bool isRead = FSGetCatalogInfo(ref, kFSCatInfoFinderInfo, &read) == 0;
+        EXPECT_TRUE(!isStored || !isRead || read.finderInfo == info.finderInfo);
+    });
+}
+
+INSTANTIATE_TEST_SUITE_P(Faults, FSRefFaultsTest,
+    testing::Values(EMFILE, ENFILE, EIO, EACCES, ENOENT, ENOSYS, EINVAL, ENOMEM, ESTALE),
+    [](const auto& fault) { return std::string(strerrorname_np(fault.param)); });
+
+class FSRefStatusTest : public ReferenceTest { };
+
+TEST_F(FSRefStatusTest, TellsWhatStoodInTheWay)
+{
+    const std::string path = file("f");
+    FaultyNodeSystem system;
+    FSRef ref;
+    system.fail(FaultyNodeSystem::Open, EACCES);
+    EXPECT_EQ(FSPathMakeRef(path, ref), -5000);
+    system.fail(FaultyNodeSystem::Open, EIO);
+    EXPECT_EQ(FSPathMakeRef(path, ref), -36);
+    system.fail(FaultyNodeSystem::Open | FaultyNodeSystem::Attributes, EMFILE);
+    EXPECT_EQ(FSPathMakeRef(path, ref), -42);
+    system.fail(FaultyNodeSystem::List, EIO);
+    FSIterator iterator;
+    EXPECT_EQ(FSOpenIterator(refTo(mFolder.string()), kFSIterateFlat, iterator), 0);
+    EXPECT_EQ(FSGetCatalogInfoBulk(iterator, ref), -36);
+}
+
+TEST_F(FSRefStatusTest, DoesWithoutTheCallThatToldItOfLinks)
+{
+    const std::string path = file("f");
+    FaultyNodeSystem system;
+    for (const int refused : { ENOSYS, EPERM }) {
+        system.fail(FaultyNodeSystem::OpenReal, refused);
+        EXPECT_EQ(pathOf(refTo(path)), path);
+    }
+}
+
+TEST_F(FSRefStatusTest, DoesWithoutHandles)
+{
+    const std::string path = file("f");
+    FaultyNodeSystem system;
+    system.fail(FaultyNodeSystem::Handle, EOPNOTSUPP);
+    const FSRef ref = refTo(path);
+    const FSRef letGo = ReferenceTest::letGo(refTo(path));
+    rename("f", "g");
+    EXPECT_EQ(pathOf(ref), at("g"));
+    EXPECT_EQ(pathOf(letGo), at("g"));
+    EXPECT_EQ(FSCompareFSRefs(ref, letGo), 0);
+}
+
+TEST_F(FSRefStatusTest, DoesWithoutTheSystemTellingPaths)
+{
+    const std::string path = file("f");
+    FaultyNodeSystem system;
+    system.fail(FaultyNodeSystem::PathOf, ENOENT); // no /proc
+    const FSRef ref = refTo(path);
+    EXPECT_EQ(pathOf(ref), path);
+    rename("f", "g");
+    EXPECT_EQ(pathOf(ref), at("g"));
+}
+
+}
