@@ -1,6 +1,7 @@
 // Everything of libLUMPlatform.
 #pragma once
 
+#include "LUMPlatform/FSAlias.h"
 #include "LUMPlatform/FSCatalog.h"
 #include "LUMPlatform/FSIterator.h"
 #include "LUMPlatform/FSRef.h"
