@@ -1,7 +1,8 @@
 #pragma once
 
-#include "LUMPlatform/NSObject.h"
+#include "LUMPlatform/NSStringConstant.h"
 
+class NSArray;
 class NSNotificationCenter;
 
 /// What a program shares with the desktop around it. Threads: any.
@@ -20,8 +21,20 @@ public:
     NSRef<NSNotificationCenter> notificationCenter() const;
 
     /// A hint that something changed at `path`. Nothing on this system asks for such hints, so it does
-    /// nothing. Selector: noteFileSystemChanged:
+    /// nothing.
+    /// Selector: noteFileSystemChanged:
     void noteFileSystemChanged(const NSRef<NSString>& path);
+
+    /// Does one thing to several files: NSWorkspaceRecycleOperation, which moves the names `files` of the
+    /// folder `source` to the trash of the desktop; nothing uses `destination`.
+    ///
+    /// A symbolic link goes to the trash itself. What the desktop refuses, on volumes in memory for instance,
+    /// goes to the trash at the top of the volume, or as a copy to the user's own. True when all of them
+    /// went; the others are tried when one fails. A name with a slash, ".", "..", or what is no string fails,
+    /// as does any other operation and null. `tag`, which may be null, gets 0 or, on failure, -1. Selector:
+    /// performFileOperation:source:destination:files:tag:
+    bool performFileOperation(const NSRef<NSString>& operation, const NSRef<NSString>& source,
+        const NSRef<NSString>& destination, const NSRef<NSArray>& files, NSInteger* tag = nullptr);
 
 protected:
     NSWorkspace();
@@ -30,3 +43,6 @@ protected:
 private:
     const NSRef<NSNotificationCenter> mNotificationCenter;
 };
+
+/// Moves files to the trash.
+extern NS_EXPORT const NSStringConstant NSWorkspaceRecycleOperation;

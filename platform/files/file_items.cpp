@@ -110,6 +110,9 @@ int syncAround(TreeSystem& system, const Place& place)
 
 int moveByCopy(TreeSystem& system, const Place& from, const Place& to)
 {
+    // Before a copy is made of what then cannot be removed.
+    if (const int problem = system.mayChange(from.folder()); problem != 0)
+        return problem;
     if (const int problem = copyToPlace(system, from, to); problem != 0)
         return problem;
     if (const int problem = syncAround(system, to); problem != 0) {

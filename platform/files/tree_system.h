@@ -75,6 +75,7 @@ public:
 
     /// Replaces what is there.
     virtual int rename(int in, const std::string& name, int to, const std::string& newName) = 0;
+    virtual int mayChange(int folder) = 0; ///< Whether names in it may be made and removed: 0, EACCES, EROFS.
     virtual int removeFile(int in, const std::string& name) = 0; ///< EISDIR for a folder.
     virtual int removeFolder(int in, const std::string& name) = 0; ///< An empty one.
 

@@ -197,6 +197,10 @@ public:
     {
         return retried([&] { return renameat(in, name.c_str(), to, newName.c_str()); });
     }
+    int mayChange(int folder) override
+    {
+        return retried([&] { return faccessat(folder, ".", W_OK | X_OK, AT_EACCESS); });
+    }
     int removeFile(int in, const std::string& name) override
     {
         return retried([&] { return unlinkat(in, name.c_str(), 0); });

@@ -97,6 +97,10 @@ public:
     {
         return called([&] { return mReal.rename(in, name, to, newName); });
     }
+    int mayChange(int at) override
+    {
+        return called([&] { return mReal.mayChange(at); });
+    }
     int removeFile(int in, const std::string& name) override
     {
         return called([&] { return mReal.removeFile(in, name); });

@@ -1,0 +1,130 @@
+// The trash of the desktop itself, with a home of the test's own.
+#include "LUMPlatform/NSArray.h"
+#include "LUMPlatform/NSNull.h"
+#include "LUMPlatform/NSSend.h"
+#include "LUMPlatform/NSString.h"
+#include "LUMPlatform/NSWorkspace.h"
+#include "tests/platform/files/tree_fixture.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+/// The desktop's library reads the variable once in the life of a process.
+class DataHome : public testing::Environment {
+public:
+    void SetUp() override
+    {
+        std::string name = fs::canonical(fs::temp_directory_path()) / "lum-data-XXXXXX";
+        folder = mkdtemp(name.data());
+        setenv("XDG_DATA_HOME", folder.c_str(), 1);
+    }
+    void TearDown() override { fs::remove_all(folder); }
+
+    static inline fs::path folder;
+};
+
+[[maybe_unused]] const auto* const dataHome = testing::AddGlobalTestEnvironment(new DataHome);
+
+class NSWorkspaceRecyclingTest : public TreeTest {
+protected:
+    NSWorkspaceRecyclingTest() { fs::remove_all(DataHome::folder / "Trash"); }
+
+    bool recycle(const NSRef<NSArray>& files)
+    {
+        return workspace->performFileOperation(NSWorkspaceRecycleOperation, folder.string(), "", files, &tag);
+    }
+    static std::string trashed(const std::string& name)
+    {
+        std::ostringstream text;
+        text << std::ifstream(DataHome::folder / "Trash/files" / name).rdbuf();
+        return text.str();
+    }
+
+    NSRef<NSWorkspace> workspace = NSWorkspace::sharedWorkspace();
+    NSInteger tag = 7;
+};
+
+TEST_F(NSWorkspaceRecyclingTest, MovesFilesToTheTrash)
+{
+    put("a", "one");
+    put("b", "two");
+    EXPECT_TRUE(recycle(NSArray::of("a", "b")));
+    EXPECT_EQ(tag, 0);
+    EXPECT_EQ(names(), "");
+    EXPECT_EQ(trashed("a"), "one");
+    EXPECT_EQ(trashed("b"), "two");
+    std::ostringstream note;
+    note << std::ifstream(DataHome::folder / "Trash/info/a.trashinfo").rdbuf();
+    EXPECT_NE(note.str().find("Path=" + path("a") + "\n"), std::string::npos) << note.str();
+}
+
+TEST_F(NSWorkspaceRecyclingTest, MovesALinkAndNotWhatItLeadsTo)
+{
+    put("a", "kept");
+    fs::create_symlink("a", folder / "link");
+    EXPECT_TRUE(recycle(NSArray::of("link")));
+    EXPECT_EQ(names(), "a");
+    EXPECT_TRUE(fs::is_symlink(DataHome::folder / "Trash/files/link"));
+}
+
+TEST_F(NSWorkspaceRecyclingTest, MovesTheOthersWhenOneFails)
+{
+    put("a");
+    EXPECT_FALSE(recycle(NSArray::of("none", "a")));
+    EXPECT_EQ(tag, -1);
+    EXPECT_EQ(names(), "");
+}
+
+TEST_F(NSWorkspaceRecyclingTest, TakesPlainNamesAlone)
+{
+    makeFolder("d");
+    put("d/a");
+    put("b");
+    for (const NSId& name : { NSId("d/a"), NSId("."), NSId(".."), NSId(""), NSId(NSNull::null()), NSId(5) }) {
+        EXPECT_FALSE(recycle(NSArray::arrayWithObjects({ name }))) << name;
+    }
+    EXPECT_EQ(names(), "b d");
+    EXPECT_EQ(get("d/a"), "content");
+}
+
+TEST_F(NSWorkspaceRecyclingTest, DoesNothingElse)
+{
+    put("a");
+    EXPECT_FALSE(workspace->performFileOperation("destroy", folder.string(), "", NSArray::of("a")));
+    EXPECT_FALSE(workspace->performFileOperation(nullptr, folder.string(), "", NSArray::of("a")));
+    EXPECT_FALSE(workspace->performFileOperation(NSWorkspaceRecycleOperation, nullptr, "", NSArray::of("a")));
+    EXPECT_FALSE(workspace->performFileOperation(NSWorkspaceRecycleOperation, "", "", NSArray::of("a")));
+    EXPECT_FALSE(workspace->performFileOperation(NSWorkspaceRecycleOperation, folder.string(), "", nullptr));
+    EXPECT_EQ(names(), "a");
+}
+
+TEST_F(NSWorkspaceRecyclingTest, MovesWhatTheDesktopRefuses)
+{
+    // Files in memory, which the desktop calls internal to the system.
+    if (!fs::is_directory("/dev/shm"))
+        GTEST_SKIP() << "no volume in memory";
+    std::string name = "/dev/shm/lum-tree-XXXXXX";
+    const fs::path there = mkdtemp(name.data());
+    std::ofstream(there / "in memory") << "text";
+    EXPECT_TRUE(workspace->performFileOperation(
+        NSWorkspaceRecycleOperation, there.string(), "", NSArray::of("in memory")));
+    EXPECT_FALSE(fs::exists(there / "in memory"));
+    fs::remove_all(there);
+    const fs::path trash = "/dev/shm/.Trash-" + std::to_string(geteuid());
+    for (const char* part : { "files/in memory", "info/in memory.trashinfo", "files", "info", "." })
+        std::remove((trash / part).lexically_normal().c_str());
+    std::error_code ignored;
+    fs::remove(trash, ignored);
+}
+
+TEST_F(NSWorkspaceRecyclingTest, AnswersItsSelector)
+{
+    put("a");
+    EXPECT_TRUE(NSSend<bool>(workspace, NSSelector("performFileOperation:source:destination:files:tag:"),
+        NSWorkspaceRecycleOperation.string(), NSRef<NSString>(folder.string()), NSRef<NSString>(""),
+        NSArray::of("a"), &tag));
+    EXPECT_EQ(names(), "");
+}
+
+}
