@@ -9,6 +9,7 @@
 #include "LUMPlatform/NSArgument.h"
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSArraySearch.h"
+#include "LUMPlatform/NSBundle.h"
 #include "LUMPlatform/NSCharacterSet.h"
 #include "LUMPlatform/NSClass.h"
 #include "LUMPlatform/NSCoder.h"
