@@ -62,6 +62,8 @@ private:
             return std::cref(classArgument(value));
         else if constexpr (NSIsRef<Plain> && std::is_reference_v<Param>)
             return Borrowed<typename Plain::Object> { NSAdopt(value.objectAs<typename Plain::Object>()) };
+        else if constexpr (std::is_same_v<Plain, bool>)
+            return value.as<signed char>() != 0; // as which truth values travel
         else
             return value.as<Plain>();
     }

@@ -88,6 +88,10 @@ public:
             end(before);
     }
 
+    /// Gives a reference back unless it is the last; whether it did. For who must not run the object's end
+    /// here, and hands the last reference on instead.
+    [[nodiscard]] bool releaseUnlessLast() const noexcept;
+
 protected:
     NSObject() noexcept;
     virtual ~NSObject();

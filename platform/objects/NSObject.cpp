@@ -55,8 +55,11 @@ NSObject::NSObject() noexcept
 
 NSObject::~NSObject()
 {
-    assert(
-        (mCount.load(std::memory_order_relaxed) & ~kHasWeak) == 0 && "destroyed while references are left");
+    // 0 after end(). The maker's 1, and perhaps weak references, when the constructor of a class below threw.
+    const auto count = mCount.load(std::memory_order_relaxed);
+    assert((count & ~kHasWeak) <= 1 && "destroyed while references are left");
+    if (count & kHasWeak)
+        weakEnds();
     platform::LiveObjectCounter::ended();
 }
 
@@ -71,6 +74,17 @@ void NSObject::end(std::uint64_t before) const noexcept
             delete object;
         },
         [](const NSObject* object) -> std::atomic<std::uint64_t>& { return object->mCount; });
+}
+
+bool NSObject::releaseUnlessLast() const noexcept
+{
+    auto count = mCount.load(std::memory_order_relaxed);
+    while ((count & ~kHasWeak) > 1) {
+        if (mCount.compare_exchange_weak(
+                count, count - 1, std::memory_order_release, std::memory_order_relaxed))
+            return true;
+    }
+    return false;
 }
 
 bool NSObject::retainUnlessEnding() const noexcept

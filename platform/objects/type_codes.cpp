@@ -35,7 +35,7 @@ std::size_t codeLength(std::string_view text, int nesting)
         return 0;
     }
     default:
-        return std::string_view("v@#:cCsSiIqQfdB*").find(text[0]) == std::string_view::npos ? 0 : 1;
+        return std::string_view("v@#:cCsSiIqQfd").find(text[0]) == std::string_view::npos ? 0 : 1;
     }
 }
 
@@ -54,7 +54,6 @@ Layout layoutOf(std::string_view code, int nesting)
     switch (code.empty() ? 'v' : code[0]) {
     case 'c':
     case 'C':
-    case 'B':
         return { 1, 1 };
     case 's':
     case 'S':

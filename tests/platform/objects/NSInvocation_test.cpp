@@ -91,6 +91,33 @@ TEST_F(NSInvocationTest, ConvertsAnArgumentToTheSignaturesType)
     EXPECT_THROW(call->setArgument(NSRef<NSString>("x"), 2), NSException);
 }
 
+/// Remembers a truth value that it was sent.
+struct Switch : NSObject {
+    static const NSClass& classObject()
+    {
+        static constexpr NSMethod kMethods[] = { NSMethodOf<"setOn:", &Switch::setOn>() };
+        static const NSClass& type = NSClass::define("Switch", &NSObject::classObject(), kMethods);
+        return type;
+    }
+    void setOn(bool on) { isOn = on; }
+    bool isOn = false;
+};
+
+TEST_F(NSInvocationTest, ConvertsATruthValueAsADirectSendDoes)
+{
+    const NSSelector setOn("setOn:");
+    for (double value : { 0.0, 0.5, 1.0, 255.0, 256.0, 257.0, -1.0 }) {
+        auto direct = NSMake<Switch>();
+        NSSend(direct, setOn, value);
+        auto invoked = NSMake<Switch>();
+        auto call = NSInvocation::invocationWithMethodSignature(invoked->methodSignatureForSelector(setOn));
+        call->setSelector(setOn);
+        call->setArgument(value, 2);
+        call->invokeWithTarget(invoked);
+        EXPECT_EQ(direct->isOn, invoked->isOn) << value;
+    }
+}
+
 TEST_F(NSInvocationTest, IsNullWithoutASignature)
 {
     EXPECT_FALSE(NSInvocation::invocationWithMethodSignature(nullptr));

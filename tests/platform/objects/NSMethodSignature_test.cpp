@@ -57,4 +57,10 @@ TEST_F(NSMethodSignatureTest, RaisesForAnIndexPastTheLast)
     EXPECT_THROW(NSMethodSignature::signatureWithObjCTypes("v@:")->getArgumentTypeAtIndex(2), NSException);
 }
 
+TEST_F(NSMethodSignatureTest, RefusesCodesThatNoValueHas)
+{
+    EXPECT_EQ(NSMethodSignature::signatureWithObjCTypes("v@:B"), nullptr);
+    EXPECT_EQ(NSMethodSignature::signatureWithObjCTypes("v@:*"), nullptr);
+}
+
 }
