@@ -92,7 +92,7 @@ public:
     NSId copy() const override; ///< An immutable copy of the bytes.
 
 protected:
-    NSMutableData() = default;
+    NSMutableData();
     NSMutableData(std::byte* bytes, NSUInteger length, NSUInteger capacity);
     ~NSMutableData() override;
 

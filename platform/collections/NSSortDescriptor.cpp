@@ -35,7 +35,9 @@ const NSClass& NSSortDescriptor::classObject()
 }
 
 NSSortDescriptor::NSSortDescriptor(const NSRef<NSString>& key, bool ascending, NSSelector selector)
-    : mKey(key), mSelector(selector ? selector : NSSelector("compare:")), mAscending(ascending)
+    : mKey(key ? NSCast<NSString>(key->copy()) : nullptr)
+    , mSelector(selector ? selector : NSSelector("compare:"))
+    , mAscending(ascending)
 {
 }
 

@@ -1,6 +1,8 @@
 #include "LUMPlatform/NSArray.h"
+#include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSSend.h"
 #include "LUMPlatform/NSSortDescriptor.h"
+#include "LUMPlatform/NSString.h"
 
 #include <algorithm>
 
@@ -92,6 +94,8 @@ template<typename Compare> NSRef<NSArray> sorted(const std::vector<NSId>& object
 
 NSRef<NSArray> NSArray::sortedArrayUsingComparator(const NSComparator& comparator) const
 {
+    if (!comparator)
+        throw NSException(NSInvalidArgumentException, "an array cannot be sorted without a comparison");
     return sorted(mObjects, comparator);
 }
 
@@ -103,9 +107,12 @@ NSRef<NSArray> NSArray::sortedArrayUsingSelector(NSSelector compare) const
 NSRef<NSArray> NSArray::sortedArrayUsingDescriptors(const NSRef<NSArray>& descriptors) const
 {
     std::vector<NSRef<NSSortDescriptor>> rules;
-    for (NSUInteger at = 0; descriptors && at < descriptors->count(); ++at)
-        if (auto rule = descriptors->objectAtIndex<NSSortDescriptor>(at))
-            rules.push_back(std::move(rule));
+    for (NSUInteger at = 0; descriptors && at < descriptors->count(); ++at) {
+        auto rule = NSCast<NSSortDescriptor>(descriptors->objectAtIndex(at));
+        if (!rule)
+            throw NSException(NSInvalidArgumentException, "an array is sorted by sort descriptors only");
+        rules.push_back(std::move(rule));
+    }
     return sorted(mObjects, [&](const NSId& a, const NSId& b) {
         NSComparisonResult result = NSOrderedSame;
         for (size_t at = 0; at < rules.size() && result == NSOrderedSame; ++at)

@@ -12,6 +12,8 @@ public:
     {
         if (!mCollection)
             return nullptr;
+        if (mCollection->mutations() != mMutations) // before the end is asked for, which may have moved
+            NSRaiseEnumerationMutation(*mCollection);
         if (mAt == mCollection->end()) {
             mCollection = nullptr;
             return nullptr;
@@ -23,13 +25,14 @@ public:
 
 protected:
     CollectionEnumerator(const NSRef<Collection>& collection, Read read)
-        : mCollection(collection), mAt(collection->begin()), mRead(read)
+        : mCollection(collection), mMutations(collection->mutations()), mAt(collection->begin()), mRead(read)
     {
     }
     ~CollectionEnumerator() override = default;
 
 private:
     NSRef<Collection> mCollection;
+    NSUInteger mMutations;
     typename Collection::Iterator mAt;
     Read mRead;
 };

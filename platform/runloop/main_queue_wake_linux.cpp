@@ -19,7 +19,11 @@ namespace {
 
 using Clock = MainQueueWake::Clock;
 
-constexpr int kNone = -1;
+/// The number of a new descriptor, or the negated errno value of what refused it.
+int resultOf(int number)
+{
+    return number < 0 ? -errno : number;
+}
 
 timespec timespecOf(Clock::duration duration)
 {
@@ -30,56 +34,53 @@ timespec timespecOf(Clock::duration duration)
 
 int openRaised()
 {
-    return eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+    return resultOf(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK));
 }
 int openAlarm()
 {
-    return timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK);
-}
-
-[[noreturn]] void fail(int error, const char* what)
-{
-    throw std::system_error(error, std::generic_category(), what);
+    return resultOf(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK));
 }
 
 class Descriptor {
 public:
-    explicit Descriptor(int number) : mNumber(number) { }
+    Descriptor() = default;
+    explicit Descriptor(int opened) { open(opened); }
     ~Descriptor()
     {
-        if (mNumber != kNone)
+        if (isOpen())
             close(mNumber);
     }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
 
     int number() const { return mNumber; }
-    bool isOpen() const { return mNumber != kNone; }
-    void open(int number) { mNumber = number; }
+    bool isOpen() const { return mNumber >= 0; }
+    /// Takes over what an open function gave; throws std::system_error when that was a refusal.
+    void open(int opened)
+    {
+        if (opened < 0)
+            throw std::system_error(-opened, std::generic_category(), "the main queue's descriptor");
+        mNumber = opened;
+    }
 
     /// Puts a new open file behind the same number. Closing first leaves room in a full table.
     template<typename Open> void renew(Open openFile)
     {
         close(mNumber);
         int fresh = openFile();
-        if (fresh == kNone || fresh == mNumber)
+        if (fresh < 0 || fresh == mNumber)
             return;
         dup3(fresh, mNumber, O_CLOEXEC);
         close(fresh);
     }
 
 private:
-    int mNumber;
+    int mNumber = -1;
 };
 
 class LinuxWake final : public MainQueueWake {
 public:
-    LinuxWake() : mRaised(openRaised()), mAlarm(mRaised.isOpen() ? openAlarm() : kNone)
-    {
-        int error = errno;
-        if (!mAlarm.isOpen())
-            fail(error, "the main queue's descriptor");
-    }
+    LinuxWake() : mRaised(openRaised()), mAlarm(openAlarm()) { }
 
     void raise() override
     {
@@ -120,8 +121,6 @@ public:
     {
         if (!mBoth.isOpen())
             mBoth.open(openBoth());
-        if (!mBoth.isOpen())
-            fail(errno, "the main queue's descriptor");
         return mBoth.number();
     }
 
@@ -137,23 +136,23 @@ public:
 private:
     int openBoth() const
     {
-        int both = epoll_create1(EPOLL_CLOEXEC);
+        const int both = resultOf(epoll_create1(EPOLL_CLOEXEC));
+        if (both < 0)
+            return both;
         for (int member : { mRaised.number(), mAlarm.number() }) {
             epoll_event event {};
             event.events = EPOLLIN;
-            if (both == kNone || epoll_ctl(both, EPOLL_CTL_ADD, member, &event) == 0)
-                continue;
-            int error = errno;
-            close(both);
-            errno = error;
-            both = kNone;
+            if (const int added = resultOf(epoll_ctl(both, EPOLL_CTL_ADD, member, &event)); added < 0) {
+                close(both);
+                return added;
+            }
         }
         return both;
     }
 
     Descriptor mRaised;
     Descriptor mAlarm;
-    Descriptor mBoth { kNone };
+    Descriptor mBoth;
 };
 
 }

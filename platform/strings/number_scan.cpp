@@ -163,7 +163,7 @@ bool boolValue(std::u16string_view text)
     while (at < text.size() && text[at] == u'0')
         ++at;
     at = skipWhitespace(text, at);
-    return at < text.size() && isDigit(text[at]);
+    return at < text.size() && text[at] != u'0' && isDigit(text[at]);
 }
 
 }

@@ -23,6 +23,8 @@ const NSClass& NSMutableData::classObject()
     return type;
 }
 
+NSMutableData::NSMutableData() : NSMutableData(nullptr, 0, 0) { }
+
 NSMutableData::NSMutableData(std::byte* bytes, NSUInteger length, NSUInteger capacity)
     : NSData(bytes, length, std::free), mCapacity(capacity)
 {

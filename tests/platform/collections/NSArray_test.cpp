@@ -223,4 +223,14 @@ TEST_F(NSArrayTest, AnswersDynamicCalls)
     EXPECT_TRUE(NSSend<bool>(array, NSSelector("isEqual:"), array));
 }
 
+TEST_F(NSArrayTest, EnumeratorRaisesWhenTheArrayShrinksToWhereItStands)
+{
+    auto numbers = NSMutableArray::arrayWithArray(NSArray::of(1, 2, 3));
+    auto enumerator = numbers->objectEnumerator();
+    (void)enumerator->nextObject();
+    (void)enumerator->nextObject();
+    numbers->removeLastObject();
+    EXPECT_EQ(nameRaisedBy([&] { (void)enumerator->nextObject(); }), "NSGenericException");
+}
+
 }

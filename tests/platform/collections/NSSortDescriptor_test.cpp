@@ -1,6 +1,7 @@
 #include "LUMPlatform/NSSortDescriptor.h"
 
 #include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSMutableString.h"
 #include "LUMPlatform/NSSend.h"
 #include "LUMPlatform/NSString.h"
 #include "tests/fixture.h"
@@ -99,6 +100,14 @@ TEST_F(NSSortDescriptorTest, AnswersDynamicCalls)
 {
     EXPECT_EQ(NSSend<NSInteger>(up, NSSelector("compareObject:toObject:"), NSId(1), NSId(2)), -1);
     EXPECT_TRUE(NSSend<bool>(up, NSSelector("ascending")));
+}
+
+TEST_F(NSSortDescriptorTest, KeepsItsKeyWhenTheStringChanges)
+{
+    auto key = NSMutableString::stringWithString("title");
+    auto descriptor = NSSortDescriptor::initWithKey(key, true);
+    key->appendString("s");
+    EXPECT_EQ(descriptor->key()->utf8(), "title");
 }
 
 }

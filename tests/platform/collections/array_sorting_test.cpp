@@ -106,4 +106,13 @@ RC_GTEST_PROP(ArraySortingProperty, SortsLikeAStableSortOfNumbers, (std::vector<
     RC_ASSERT(result == values);
 }
 
+TEST_F(ArraySortingTest, RaisesWithoutAComparison)
+{
+    auto array = NSArray::of(2, 1);
+    EXPECT_EQ(nameRaisedBy([&] { (void)array->sortedArrayUsingComparator(nullptr); }),
+        "NSInvalidArgumentException");
+    EXPECT_EQ(nameRaisedBy([&] { (void)array->sortedArrayUsingDescriptors(NSArray::of("title")); }),
+        "NSInvalidArgumentException");
+}
+
 }

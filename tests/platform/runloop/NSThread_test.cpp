@@ -1,5 +1,6 @@
 #include "LUMPlatform/NSThread.h"
 
+#include "LUMPlatform/NSException.h"
 #include "platform/runloop/main_queue.h"
 #include "tests/main_loop.h"
 
@@ -177,6 +178,13 @@ TEST(NSThreadTest, RunsADetachedThread)
     });
     where.wait(0);
     EXPECT_EQ(where, 2);
+}
+
+TEST(NSThreadTest, RaisesAtTheCallForAnEmptyFunction)
+{
+    EXPECT_THROW(NSThread::performOnMainThread(nullptr), NSException);
+    EXPECT_THROW(NSThread::performAfterDelay(0, nullptr), NSException);
+    EXPECT_THROW(NSThread::detachNewThread(nullptr), NSException);
 }
 
 }

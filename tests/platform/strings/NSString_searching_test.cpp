@@ -115,6 +115,8 @@ TEST_F(NSStringSearchingTest, ReadsNumbers)
     EXPECT_EQ(text->floatValue(), 2147483648.0f);
     EXPECT_TRUE(text->boolValue());
     EXPECT_FALSE(NSString::string()->boolValue());
+    for (const char* zeros : { "0 0", "0 00", "00 0", "-0 0", "0" })
+        EXPECT_FALSE(NSRef<NSString>(zeros)->boolValue()) << zeros;
 }
 
 }

@@ -104,4 +104,12 @@ RC_GTEST_PROP(NSMutableDataProperty, ReplacesLikeAString, (std::string content, 
     RC_ASSERT(data->isEqual(dataOf(content.replace(start, length, other))));
 }
 
+TEST_F(NSMutableDataTest, GivesBackWhatWasAppendedToPlainlyMadeData)
+{
+    auto made = NSMake<NSMutableData>(); // leak checkers see the end of it
+    made->appendBytes("abc", 3);
+    made->setLength(1000);
+    EXPECT_EQ(made->length(), 1000u);
+}
+
 }
