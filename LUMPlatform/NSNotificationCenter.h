@@ -55,6 +55,10 @@ public:
         const NSRef<NSDictionary>& userInfo = nullptr);
 
 protected:
+    /// removeObserver() and addObserver() in one step, which no other thread sees half done.
+    void replaceObserver(
+        const NSId& observer, NSSelector selector, const NSRef<NSString>& name, const NSId& object);
+
     NSNotificationCenter();
     ~NSNotificationCenter() override;
 

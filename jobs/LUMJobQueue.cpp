@@ -100,7 +100,7 @@ NSUInteger LUMJobQueue::numberOfPendingJobs() const
 NSUInteger LUMJobQueue::numberOfJobs() const
 {
     Locked locked(const_cast<LUMJobQueue&>(*this));
-    return mFields->schedule.pendingCount() + mFields->schedule.activeCount();
+    return mFields->schedule.count();
 }
 
 void LUMJobQueue::setPriority(double priority)

@@ -12,6 +12,5 @@ const NSClass& LUMNotificationCenter::classObject()
 void LUMNotificationCenter::addObserver(
     const NSId& observer, NSSelector selector, const NSRef<NSString>& name, const NSId& object)
 {
-    removeObserver(observer, name, object);
-    NSNotificationCenter::addObserver(observer, selector, name, object);
+    replaceObserver(observer, selector, name, object);
 }

@@ -32,6 +32,30 @@ NSId proxyFor(const NSId& object, NSSelector selector)
     return OVMainThreadProxy::initWithTarget(object);
 }
 
+/// A target that a sender looks at. Should this be its last reference, it ends on the main thread, where its
+/// messages run, not at the sender.
+class Held {
+public:
+    explicit Held(NSId target) : mTarget(std::move(target)) { }
+    ~Held()
+    {
+        if (!mTarget || NSThread::isMainThread())
+            return;
+        NSObject* target = mTarget.leak();
+        if (!target->releaseUnlessLast())
+            NSThread::performOnMainThread([last = NSAdopt(target)] {});
+    }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+    explicit operator bool() const { return mTarget != nullptr; }
+    NSObject* operator->() const { return mTarget.get(); }
+    NSId take() { return std::move(mTarget); }
+
+private:
+    NSId mTarget;
+};
+
 /// All that is known of a method of an object that has ended and whose class does not know it either.
 NSRef<NSMethodSignature> signatureOfObjects(NSSelector selector)
 {
@@ -91,7 +115,7 @@ bool OVMainThreadProxy::respondsToSelector(NSSelector selector) const
 {
     if (isOwnSelector(selector))
         return true;
-    NSId target = liveTarget();
+    const Held target(liveTarget());
     return target && target->respondsToSelector(selector);
 }
 
@@ -99,7 +123,7 @@ NSRef<NSMethodSignature> OVMainThreadProxy::methodSignatureForSelector(NSSelecto
 {
     if (isOwnSelector(selector))
         return NSObject::methodSignatureForSelector(selector);
-    if (NSId target = liveTarget())
+    if (const Held target(liveTarget()); target)
         return target->methodSignatureForSelector(selector);
     const NSClass* type = mTargetClass.load(std::memory_order_relaxed);
     auto known = type ? type->instanceMethodSignature(selector) : nullptr;
@@ -109,14 +133,13 @@ NSRef<NSMethodSignature> OVMainThreadProxy::methodSignatureForSelector(NSSelecto
 /// Runs `call(target)` on the main thread and waits; false when the target has ended.
 template<typename Call> bool OVMainThreadProxy::performOnTarget(NSSelector selector, Call call)
 {
-    NSId target = liveTarget();
+    Held target(liveTarget());
     if (!target)
         return false;
     if (!target->respondsToSelector(selector))
         doesNotRecognizeSelector(selector);
     NSThread::performOnMainThreadAndWait([&] {
-        // Should this be the last reference, the target ends here, where its messages run, not at the sender.
-        NSId kept = std::move(target);
+        const NSId kept = target.take();
         call(kept);
     });
     return true;

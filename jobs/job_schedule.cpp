@@ -54,6 +54,12 @@ bool JobSchedule::isActive(const LUMJob& job) const
     return mActive.contains(job);
 }
 
+NSUInteger JobSchedule::count() const
+{
+    platform::MutexLock lock(mLock);
+    return mPending.size() + mActive.size();
+}
+
 std::vector<NSRef<LUMJob>> JobSchedule::activeJobs() const
 {
     platform::MutexLock lock(mLock);

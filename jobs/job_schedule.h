@@ -28,6 +28,8 @@ public:
     /// Places, so a job counts as often as its list holds it.
     NSUInteger pendingCount() const noexcept { return mPendingCount.load(std::memory_order_relaxed); }
     NSUInteger activeCount() const noexcept { return mActiveCount.load(std::memory_order_relaxed); }
+    /// Both together: a job that is just reporting its start counts once.
+    NSUInteger count() const;
     std::vector<NSRef<LUMJob>> activeJobs() const;
 
 private:

@@ -109,6 +109,14 @@ void NSNotificationCenter::addObserver(
     mObservers->add(observer, selector, name ? NSCast<NSString>(name->copy()) : nullptr, object);
 }
 
+void NSNotificationCenter::replaceObserver(
+    const NSId& observer, NSSelector selector, const NSRef<NSString>& name, const NSId& object)
+{
+    if (!observer || !selector)
+        invalid("an observer needs an object and a selector");
+    mObservers->replace(observer, selector, name ? NSCast<NSString>(name->copy()) : nullptr, object);
+}
+
 void NSNotificationCenter::removeObserver(
     const NSId& observer, const NSRef<NSString>& name, const NSId& object)
 {

@@ -8,6 +8,26 @@ void ObserverTable::add(
     const NSId& observer, NSSelector selector, const NSRef<NSString>& name, const NSId& object)
 {
     MutexLock lock(mLock);
+    addLocked(observer, selector, name, object);
+}
+
+void ObserverTable::remove(const NSId& observer, const NSRef<NSString>& name, const NSId& object)
+{
+    MutexLock lock(mLock);
+    removeLocked(observer, name, object);
+}
+
+void ObserverTable::replace(
+    const NSId& observer, NSSelector selector, const NSRef<NSString>& name, const NSId& object)
+{
+    MutexLock lock(mLock);
+    removeLocked(observer, name, object);
+    addLocked(observer, selector, name, object);
+}
+
+void ObserverTable::addLocked(
+    const NSId& observer, NSSelector selector, const NSRef<NSString>& name, const NSId& object)
+{
     if (mCount >= mCountToLookForDead)
         removeDead();
     auto observation = std::make_shared<Observation>(observer, selector, name, object, mNextOrder++);
@@ -26,9 +46,8 @@ void ObserverTable::add(
     ++mCount;
 }
 
-void ObserverTable::remove(const NSId& observer, const NSRef<NSString>& name, const NSId& object)
+void ObserverTable::removeLocked(const NSId& observer, const NSRef<NSString>& name, const NSId& object)
 {
-    MutexLock lock(mLock);
     auto of = mObservers.find(observer.get());
     if (of == mObservers.end())
         return;

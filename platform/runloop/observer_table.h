@@ -28,6 +28,9 @@ public:
     /// leaves it out of the comparison; it is not the null of a registration.
     void remove(const NSId& observer, const NSRef<NSString>& name, const NSId& object);
 
+    /// The two, with nothing in between.
+    void replace(const NSId& observer, NSSelector selector, const NSRef<NSString>& name, const NSId& object);
+
     Matches matches(const NSRef<NSString>& name, const NSId& object);
 
     /// Registrations, of which some may be of observers that have ended.
@@ -49,6 +52,10 @@ private:
         std::size_t count = 0;
     };
 
+    void addLocked(const NSId& observer, NSSelector selector, const NSRef<NSString>& name, const NSId& object)
+        NS_REQUIRES(mLock);
+    void removeLocked(const NSId& observer, const NSRef<NSString>& name, const NSId& object)
+        NS_REQUIRES(mLock);
     Name& nameFor(const NSRef<NSString>& text) NS_REQUIRES(mLock);
     Name* findName(const NSRef<NSString>& text) NS_REQUIRES(mLock);
     void removeByName(Name& name, const NSId& observer, const NSId& object) NS_REQUIRES(mLock);
