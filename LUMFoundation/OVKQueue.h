@@ -96,6 +96,9 @@ public:
     NSRef<NSString> description() const override;
 
 protected:
+    /// For classes derived from it, which are made by NSMake. Throws std::system_error where init() answers
+    /// null.
+    OVKQueue();
     explicit OVKQueue(std::unique_ptr<lum::KernelQueue> queue);
     ~OVKQueue() override;
 

@@ -103,6 +103,7 @@ void LUMIncomingFolderWatcher::scanFolder()
     const auto names = NSFileManager::defaultManager()->contentsOfDirectoryAtPath(mFolderPath);
     if (!names)
         return;
+    const auto self = NSShare(this); // an observer may let go of the last other reference
     const auto center = NSNotificationCenter::defaultCenter();
     for (const NSId& element : *names) {
         const auto name = NSCast<NSString>(element);
@@ -110,7 +111,7 @@ void LUMIncomingFolderWatcher::scanFolder()
         const bool isCompleted = type->isEqualToString(mCompletedFileType);
         if (!isCompleted && !type->isEqualToString(mIncompleteFileType))
             continue;
-        center->postNotificationName(LUMIncomingFileNotification, NSShare(this),
+        center->postNotificationName(LUMIncomingFileNotification, self,
             NSDictionary::of({
                 { "completed", NSNumber::numberWithBool(isCompleted) },
                 { "file", mFolderPath->stringByAppendingPathComponent(name) },

@@ -8,6 +8,7 @@
 #include "watching/watch_delivery.h"
 #include "watching/watch_loop.h"
 
+#include <cerrno>
 #include <system_error>
 
 constinit std::atomic<OVKQueue*> gOVKQueueSharedQueueSingleton = nullptr;
@@ -17,9 +18,21 @@ namespace {
 // What is asked for is handed on as it is.
 template<OVKQueueNote Public, lum::VnodeChange Internal>
 constexpr bool kIsSame = static_cast<uint32_t>(Public) == static_cast<uint32_t>(Internal);
-static_assert(kIsSame<OVKQueueNoteDelete,
-                  lum::
-                      kVnodeDelete> && kIsSame<OVKQueueNoteWrite, lum::kVnodeWrite> && kIsSame<OVKQueueNoteExtend, lum::kVnodeExtend> && kIsSame<OVKQueueNoteAttrib, lum::kVnodeAttrib> && kIsSame<OVKQueueNoteLink, lum::kVnodeLink> && kIsSame<OVKQueueNoteRename, lum::kVnodeRename> && kIsSame<OVKQueueNoteRevoke, lum::kVnodeRevoke>);
+static_assert(kIsSame<OVKQueueNoteDelete, lum::kVnodeDelete>);
+static_assert(kIsSame<OVKQueueNoteWrite, lum::kVnodeWrite>);
+static_assert(kIsSame<OVKQueueNoteExtend, lum::kVnodeExtend>);
+static_assert(kIsSame<OVKQueueNoteAttrib, lum::kVnodeAttrib>);
+static_assert(kIsSame<OVKQueueNoteLink, lum::kVnodeLink>);
+static_assert(kIsSame<OVKQueueNoteRename, lum::kVnodeRename>);
+static_assert(kIsSame<OVKQueueNoteRevoke, lum::kVnodeRevoke>);
+
+std::unique_ptr<lum::KernelQueue> openQueue()
+{
+    auto queue = lum::KernelQueue::open();
+    if (!queue)
+        throw std::system_error(EMFILE, std::generic_category(), "the system refuses an event queue");
+    return queue;
+}
 
 constexpr uint32_t kDefaultFlags =
     OVKQueueNoteRename | OVKQueueNoteAttrib | OVKQueueNoteWrite | OVKQueueNoteDelete;
@@ -76,15 +89,14 @@ NSRef<OVKQueue> OVKQueue::sharedFileWatcher()
 
 NSRef<OVKQueue> OVKQueue::init()
 {
-    auto queue = lum::KernelQueue::open();
-    if (!queue)
-        return nullptr;
     try {
-        return NSMake<OVKQueue>(std::move(queue));
-    } catch (const std::system_error&) { // no more threads
+        return NSMake<OVKQueue>();
+    } catch (const std::system_error&) { // no more queues, or no more threads
         return nullptr;
     }
 }
+
+OVKQueue::OVKQueue() : OVKQueue(openQueue()) { }
 
 OVKQueue::OVKQueue(std::unique_ptr<lum::KernelQueue> queue)
     : mCore(std::make_shared<Core>(std::move(queue), NSShare<NSObject>(this)))

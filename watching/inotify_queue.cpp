@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <iterator>
 #include <thread>
 #include <utility>
 
@@ -47,6 +48,8 @@ public:
 
     explicit operator bool() const { return mNumber >= 0; }
     int number() const { return mNumber; }
+    /// A path that leads to the object without looking up any other name.
+    std::string path() const { return "/proc/self/fd/" + std::to_string(mNumber); }
     int leak() { return std::exchange(mNumber, -1); }
 
 private:
@@ -154,18 +157,21 @@ bool InotifyQueue::add(Token token, const std::string& path, uint32_t changes)
     if (entry.path.empty())
         entry.path = path;
     const uint32_t events = eventsFor(changes, entry.state.status.isFolder()) | inotify::kMaskAdd;
+    // Opened before the lock is taken: a look-up on a volume that does not answer must hold up nobody else.
+    const std::string parentPath = InotifyWatches::parentToWatch(entry);
+    const Descriptor parent(mSystem, parentPath.empty() ? -1 : mSystem.openPath(parentPath, isReal));
 
     // Held across the registration, so that no event of a new watch is met before its entry is there.
     const MutexLock lock(mLock);
     if (!mIsOpen)
         return false;
-    entry.watch = mSystem.addWatch(mQueue, "/proc/self/fd/" + std::to_string(object.number()), events);
+    entry.watch = mSystem.addWatch(mQueue, object.path(), events);
     if (entry.watch == -ENOENT || entry.watch == -ENOTDIR) // no /proc here
         entry.watch = mSystem.addWatch(mQueue, path, events);
     if (entry.watch == -EACCES || entry.watch == -EPERM)
         return false;
     entry.watch = std::max(entry.watch, -1);
-    mWatches.add(token, std::move(entry));
+    mWatches.add(token, std::move(entry), parent ? parent.path() : "");
     return true;
 }
 
@@ -177,14 +183,20 @@ int InotifyQueue::remove(Token token)
 
 std::vector<KernelQueue::Event> InotifyQueue::wait(std::chrono::milliseconds limit)
 {
-    const std::vector<Token> unsettled = std::exchange(mUnsettled, {});
+    const std::vector<Doubt> doubts = std::exchange(mDoubts, {});
     const std::vector<InotifyEvent> events =
-        readEvents(unsettled.empty() ? limit : std::min(limit, kSettlingTime));
-    if (events.empty() && unsettled.empty())
+        readEvents(doubts.empty() ? limit : std::min(limit, kSettlingTime));
+    if (events.empty() && doubts.empty())
         return {};
     Batch batch;
-    collect(unsettled, events, batch);
+    collect(doubts, events, batch);
     lookAtPaths(batch);
+    // An event that ended the wait early says nothing about the others: they are looked at once more.
+    if (!events.empty()) {
+        const auto now = std::chrono::steady_clock::now();
+        std::copy_if(doubts.begin(), doubts.end(), std::back_inserter(mDoubts),
+            [now](const Doubt& doubt) { return doubt.until > now; });
+    }
     return settle(batch);
 }
 
@@ -206,11 +218,11 @@ std::vector<InotifyEvent> InotifyQueue::readEvents(std::chrono::milliseconds lim
 }
 
 void InotifyQueue::collect(
-    const std::vector<Token>& unsettled, const std::vector<InotifyEvent>& events, Batch& batch)
+    const std::vector<Doubt>& doubts, const std::vector<InotifyEvent>& events, Batch& batch)
 {
     const MutexLock lock(mLock);
-    for (const Token token : unsettled) {
-        const Entry* entry = mWatches.find(token);
+    for (const Doubt& doubt : doubts) {
+        const Entry* entry = mWatches.find(doubt.token);
         if (entry && entry->watch >= 0)
             batch.of(entry->watch).isNameInDoubt = true;
     }
@@ -285,7 +297,7 @@ uint32_t InotifyQueue::settle(const Look& look, Batch& batch, Entry& entry)
     if (const RawChanges* raw = batch.find(look.watch)) {
         const VnodeReport report = vnodeChanges(*raw, entry.state, look.now);
         if (report.mustSettle)
-            mUnsettled.push_back(look.token);
+            mDoubts.push_back({ look.token, std::chrono::steady_clock::now() + kSettlingTime });
         changes = report.changes;
         if (raw->hasEnded())
             return changes;

@@ -24,10 +24,16 @@ private:
     struct Look;
     struct Batch;
 
+    /// A path that may lose its name at any moment until then.
+    struct Doubt {
+        Token token;
+        std::chrono::steady_clock::time_point until;
+    };
+
     InotifyQueue(InotifySystem& system, int queue, int waker);
 
     std::vector<InotifyEvent> readEvents(std::chrono::milliseconds limit);
-    void collect(const std::vector<Token>& unsettled, const std::vector<InotifyEvent>& events, Batch& batch)
+    void collect(const std::vector<Doubt>& doubts, const std::vector<InotifyEvent>& events, Batch& batch)
         NS_EXCLUDES(mLock);
     void lookAtPaths(Batch& batch);
     std::vector<Event> settle(Batch& batch) NS_EXCLUDES(mLock);
@@ -46,7 +52,7 @@ private:
     // Touched by the watcher thread only.
     const std::unique_ptr<std::byte[]> mBuffer;
     bool mIsDrained = true; ///< The last read left nothing behind.
-    std::vector<Token> mUnsettled; ///< Paths to look at once more.
+    std::vector<Doubt> mDoubts; ///< Paths to look at once more.
     std::vector<uint64_t> mUnmountedDevices; ///< Of the events since the queue was last drained.
 };
 

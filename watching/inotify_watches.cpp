@@ -17,11 +17,21 @@ std::string_view lastName(std::string_view path)
 
 InotifyWatches::InotifyWatches(InotifySystem& system, int queue) : mSystem(system), mQueue(queue) { }
 
-void InotifyWatches::add(Token token, Entry entry)
+std::string InotifyWatches::parentToWatch(const Entry& entry)
+{
+    const std::string_view name = lastName(entry.path);
+    if (!entry.state.status.isFolder() || !(entry.changes & kVnodeDelete) || name.empty())
+        return {};
+    const std::string parent = entry.path.substr(0, entry.path.size() - name.size());
+    return parent.empty() ? "." : parent;
+}
+
+void InotifyWatches::add(Token token, Entry entry, const std::string& parent)
 {
     if (entry.watch >= 0) {
         mWatches[entry.watch].entries.push_back(token);
-        watchParent(entry, token);
+        if (!parent.empty())
+            watchParent(entry, token, parent);
     }
     mEntries.emplace(token, std::move(entry));
 }
@@ -41,21 +51,17 @@ int InotifyWatches::remove(Token token)
     return giveUpIfUnused(entry.watch);
 }
 
-void InotifyWatches::watchParent(Entry& entry, Token token)
+void InotifyWatches::watchParent(Entry& entry, Token token, const std::string& parent)
 {
-    const std::string_view name = lastName(entry.path);
-    if (!entry.state.status.isFolder() || !(entry.changes & kVnodeDelete) || name.empty())
-        return;
-    const std::string parent = entry.path.substr(0, entry.path.size() - name.size());
     const uint32_t events = inotify::kDelete | inotify::kOnlyFolder | inotify::kMaskAdd;
-    const int watch = mSystem.addWatch(mQueue, parent.empty() ? "." : parent, events);
+    const int watch = mSystem.addWatch(mQueue, parent, events);
     if (watch < 0)
         return;
     entry.parentWatch = watch;
     auto& subfolders = mWatches[watch].subfolders;
     if (!subfolders)
         subfolders = std::make_unique<Subfolders>();
-    subfolders->emplace(name, token);
+    subfolders->emplace(lastName(entry.path), token);
 }
 
 void InotifyWatches::leaveParent(Entry& entry, Token token)

@@ -32,8 +32,12 @@ public:
 
     InotifyWatches(InotifySystem& system, int queue);
 
-    /// Takes in a path whose watch has just been made, or was refused (-1).
-    void add(Token token, Entry entry);
+    /// The folder above an entry that leans on one; empty for the others.
+    static std::string parentToWatch(const Entry& entry);
+
+    /// Takes in a path whose watch has just been made, or was refused (-1). `parent` is how to reach the
+    /// folder above; empty when there is none to lean on.
+    void add(Token token, Entry entry, const std::string& parent);
     /// Returns 0 or an errno value; an unknown token is no failure.
     int remove(Token token);
     /// The kernel has given up the watch: its entries stay, and report nothing more.
@@ -53,11 +57,11 @@ private:
     using Subfolders = std::unordered_multimap<std::string, Token>;
     struct Watch {
         std::vector<Token> entries;
-        std::unique_ptr<Subfolders>
-            subfolders; ///< Entries that lean on this watch, by their name in this folder.
+        /// Entries that lean on this watch, by their name in this folder.
+        std::unique_ptr<Subfolders> subfolders;
     };
 
-    void watchParent(Entry& entry, Token token);
+    void watchParent(Entry& entry, Token token, const std::string& parent);
     void leaveParent(Entry& entry, Token token);
     int giveUpIfUnused(int number);
 

@@ -127,12 +127,15 @@ std::optional<std::vector<int>> RunningSystem::liveWatches(int queue)
     const int info = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     if (info < 0)
         return std::nullopt;
+    const struct Closing {
+        int descriptor;
+        ~Closing() { ::close(descriptor); }
+    } closing { info };
     std::string text;
     char piece[16 * 1024];
     ssize_t length = 0;
     while ((length = ::read(info, piece, sizeof(piece))) > 0)
         text.append(piece, static_cast<size_t>(length));
-    ::close(info);
     if (length < 0)
         return std::nullopt;
     return decodeInotifyWatches(text);

@@ -163,9 +163,11 @@ uint32_t vnodeChangesAfterLoss(WatchFate fate, WatchedState& state, const std::o
         return deleteOnce(state);
     }
     if (!now) {
-        // The object lives on elsewhere, out of sight: anything may have happened to it.
+        // The object lives on out of sight, and anything may have happened to it. Its name may have gone for
+        // good, of which nothing more would be heard while something else keeps the object alive; if it
+        // has only moved, its end is still to be told.
         const bool wasNamed = std::exchange(state.isNamed, false);
-        return kVnodeWrite | kVnodeAttrib | (wasNamed ? kVnodeRename : 0U);
+        return kVnodeWrite | kVnodeAttrib | (wasNamed ? kVnodeRename | kVnodeDelete : 0U);
     }
     const FileStatus before = std::exchange(state.status, *now);
     uint32_t changes = 0;

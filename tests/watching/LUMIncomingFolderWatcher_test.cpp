@@ -314,4 +314,15 @@ TEST_F(LUMIncomingFolderWatcherTest, AnswersItsSelectors)
     EXPECT_TRUE(watcher->respondsToSelector(NSSelector("watcher:receivedNotification:forPath:")));
 }
 
+TEST_F(LUMIncomingFolderWatcherTest, MayEndInsideANotificationOfAScanThatWasAskedFor)
+{
+    auto watcher = watch(drop);
+    drainMainQueue();
+    writeFile(drop + "/a.complete", "");
+    writeFile(drop + "/b.complete", "");
+    files->whenPosted = [&] { watcher = nullptr; };
+    watcher->scanFolder();
+    EXPECT_EQ(files->take().size(), 2u);
+}
+
 }

@@ -5,6 +5,8 @@
 #include "LUMPlatform/NSWorkspace.h"
 #include "tests/watching/watching_fixture.h"
 
+#include <pthread.h>
+
 namespace lum {
 
 class OVKQueueTest : public WatchingTest {
@@ -282,6 +284,36 @@ TEST(OVKQueueSharedTest, IsOneForTheProcess)
     class Subclass : public OVKQueue { };
     EXPECT_TRUE(Subclass::sharedFileWatcher() == first);
     EXPECT_EQ(first->isa().name(), "OVKQueue");
+}
+
+TEST_F(OVKQueueTest, IsNotMadeWhenTheSystemHasNoMoreThreads)
+{
+    pthread_attr_t usual;
+    ASSERT_EQ(pthread_getattr_default_np(&usual), 0);
+    pthread_attr_t impossible;
+    pthread_attr_init(&impossible);
+    pthread_attr_setstacksize(&impossible, size_t { 1 } << 47); // more than there are addresses
+    ASSERT_EQ(pthread_setattr_default_np(&impossible), 0);
+    EXPECT_EQ(OVKQueue::init(), nullptr);
+    EXPECT_EQ(pthread_setattr_default_np(&usual), 0);
+    EXPECT_NE(OVKQueue::init(), nullptr);
+}
+
+TEST_F(OVKQueueTest, CanBeDerivedFrom)
+{
+    class Counting : public OVKQueue {
+    public:
+        void addPath(const NSRef<NSString>& path) override
+        {
+            ++added;
+            OVKQueue::addPath(path);
+        }
+        int added = 0;
+    };
+    const auto counting = NSMake<Counting>();
+    counting->addPathToQueue("/");
+    EXPECT_EQ(counting->added, 1);
+    EXPECT_GE(counting->queueFD(), 0);
 }
 
 }

@@ -47,11 +47,12 @@ public:
     int openWaker() override { return openAs("openWaker", kWakerNumber); }
     int openPath(const std::string& path, bool&) override
     {
-        const auto file = files.find(path);
-        if (file == files.end())
+        if (!files.count(withoutSlash(path)))
             return -ENOENT;
-        mOpenPath = path;
-        return openAs("openPath", kPathNumber);
+        const int number = openAs("openPath", kPathNumber + static_cast<int>(mOpenPaths.size()));
+        if (number >= 0)
+            mOpenPaths.push_back(withoutSlash(path));
+        return number;
     }
     int close(int descriptor) override
     {
@@ -61,10 +62,10 @@ public:
 
     int addWatch(int, const std::string& path, uint32_t events) override
     {
-        const bool isDescriptor = path.starts_with("/proc/self/fd/");
-        std::string name = isDescriptor ? mOpenPath : path;
-        if (name.size() > 1 && name.back() == '/')
-            name.pop_back();
+        const std::string descriptors = "/proc/self/fd/";
+        const bool isDescriptor = path.starts_with(descriptors);
+        const std::string name =
+            isDescriptor ? openedAs(std::stoi(path.substr(descriptors.size()))) : withoutSlash(path);
         if (isDescriptor && failures.count("proc"))
             return -failure("proc");
         const int error = failure(isDescriptor ? "addWatch" : "addWatchByPath");
@@ -92,8 +93,8 @@ public:
         return numbers;
     }
 
-    std::string pathOf(int) override { return failures.count("proc") ? "" : mOpenPath; }
-    int status(int, FileStatus& found) override { return status(mOpenPath, found); }
+    std::string pathOf(int number) override { return failures.count("proc") ? "" : openedAs(number); }
+    int status(int number, FileStatus& found) override { return status(openedAs(number), found); }
     int status(const std::string& path, FileStatus& found) override
     {
         if (const int error = failure("status"))
@@ -138,6 +139,16 @@ public:
 private:
     enum Numbers { kQueueNumber = 100, kWakerNumber, kPathNumber };
 
+    static std::string withoutSlash(std::string path)
+    {
+        if (path.size() > 1 && path.back() == '/')
+            path.pop_back();
+        return path;
+    }
+    const std::string& openedAs(int number) const
+    {
+        return mOpenPaths.at(static_cast<size_t>(number - kPathNumber));
+    }
     int failure(const char* call) const
     {
         const auto found = failures.find(call);
@@ -152,7 +163,7 @@ private:
     }
 
     uint64_t mLastInode = 0;
-    std::string mOpenPath;
+    std::vector<std::string> mOpenPaths; // by number, from kPathNumber on; never taken back
     std::string mCalls;
 };
 

@@ -153,6 +153,22 @@ TEST_F(InotifyQueueTest, LooksAgainShortlyAfterALinkWasLost)
     EXPECT_EQ(system.lastLimit, 5s);
 }
 
+TEST_F(InotifyQueueTest, LooksAgainAfterALinkWasLostThoughAnotherEventCameFirst)
+{
+    system.make("/a");
+    system.make("/b");
+    system.files["/a"].links = 2;
+    add("/a");
+    add("/b");
+    system.files["/a"].links = 1;
+    system.send(1, inotify::kAttrib);
+    EXPECT_EQ(wait(), "1:LINK");
+    system.send(2, inotify::kModify);
+    EXPECT_EQ(wait(), "2:WRITE");
+    system.files.erase("/a");
+    EXPECT_EQ(wait(), "1:DELETE");
+}
+
 TEST_F(InotifyQueueTest, RemovesAPathThatIsToBeLookedAtAgain)
 {
     system.make("/a");

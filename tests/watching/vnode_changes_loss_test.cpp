@@ -48,10 +48,17 @@ TEST_F(VnodeChangesAfterLossTest, ReportsADeletionThoughANewFileHasTheSameNumber
     EXPECT_EQ(afterLoss(WatchFate::Dead), "DELETE");
 }
 
-TEST_F(VnodeChangesAfterLossTest, ReportsARenameWhenOnlyThePathIsGone)
+TEST_F(VnodeChangesAfterLossTest, ReportsARenameAndADeletionWhenOnlyThePathIsGone)
 {
     now.reset();
-    EXPECT_EQ(afterLoss(WatchFate::Alive), "RENAME WRITE ATTRIB");
+    EXPECT_EQ(afterLoss(WatchFate::Alive), "RENAME WRITE DELETE ATTRIB");
+}
+
+TEST_F(VnodeChangesAfterLossTest, ReportsTheEndOfAFileThatHadOnlyMoved)
+{
+    now.reset();
+    afterLoss(WatchFate::Alive);
+    EXPECT_EQ(afterLoss(WatchFate::Dead), "DELETE");
 }
 
 TEST_F(VnodeChangesAfterLossTest, ReportsThatAnythingMayHaveHappenedToAFileOutOfSight)
