@@ -37,7 +37,11 @@ NSId closest(const NSRef<NSArray>& array, const NSRef<NSNumber>& number)
 
 void removeAll(const NSRef<NSMutableArray>& array, const NSRef<NSArray>& objects)
 {
-    array->removeObjectsInArray(objects);
+    if (!objects)
+        return;
+    // One by one and by isEqual alone: removing a whole array at once would ask for hashes first.
+    for (const NSId& object : NSArray::arrayWithArray(objects))
+        array->removeObject(object);
 }
 
 using ClosestNumber = lum::ExtensionOperation<"closestNumberToNumber:", &closest>;

@@ -114,4 +114,18 @@ TEST_F(LUMArrayDeprecatedTest, NullAnswersNullAndIsNotChanged)
     LUMArray_Deprecated::removeObjects(nullptr, NSArray::of("a"));
 }
 
+/// Equal to every other of its kind, whose hashes differ.
+struct Alike : NSObject {
+    bool isEqual(const NSId& other) const override { return NSCast<Alike>(other) != nullptr; }
+};
+
+TEST_F(LUMArrayDeprecatedTest, RemovesObjectsByEqualityAlone)
+{
+    auto array = NSMutableArray::arrayWithArray(NSArray::of(NSMake<Alike>(), 1, NSMake<Alike>()));
+    LUMArray_Deprecated::removeObjects(array, NSArray::of(NSMake<Alike>()));
+    EXPECT_THAT(array, Equals(NSArray::of(1)));
+    LUMArray_Deprecated::removeObjects(array, array);
+    EXPECT_EQ(array->count(), 0u);
+}
+
 }
