@@ -1,5 +1,7 @@
 #include "examples/incoming/feeder.h"
 
+#include "LUMPlatform/NSString.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
@@ -15,11 +17,19 @@ constexpr std::uintmax_t kLargeEnough = 16u << 20;
 constexpr std::uintmax_t kTotal = 192u << 20;
 constexpr std::size_t kLookedAt = 20'000;
 constexpr std::size_t kChunk = 256u << 10;
+constexpr std::size_t kLongestName = 200; // bytes
 
 struct Source {
     std::uintmax_t size;
     fs::path path; // empty: made
 };
+
+/// Whether a name can stand in the drop folder: there it gets a number and an extension, and what is not
+/// UTF-8 would not be noticed.
+bool canBeFed(const std::string& name)
+{
+    return name.size() <= kLongestName && NSString::stringWithUTF8String(name);
+}
 
 /// Readable plain files of this machine, smallest first.
 std::vector<Source> realFiles()
@@ -34,7 +44,7 @@ std::vector<Source> realFiles()
             if (!walk->is_regular_file(gone) || walk->is_symlink(gone))
                 continue;
             std::uintmax_t size = walk->file_size(gone);
-            if (!gone && size > 0 && size <= kLargest)
+            if (!gone && size > 0 && size <= kLargest && canBeFed(walk->path().filename().string()))
                 found.push_back({ size, walk->path() });
         }
     }

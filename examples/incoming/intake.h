@@ -15,7 +15,7 @@
 class Intake : public NSObject, public LUMJobQueueDelegate {
 public:
     static const NSClass& classObject();
-    /// Null when the folder cannot be made or watched. `ended` hears of every file, on the main thread.
+    /// Null when the folder cannot be made. `ended` hears of every file, on the main thread.
     static NSRef<Intake> intakeForFolder(const std::string& folder, const std::string& into, std::size_t jobs,
         std::function<void(const Receipt&)> ended);
 

@@ -63,6 +63,34 @@ private:
     pid_t mProcess = -1;
 };
 
+/// A folder of this run's own, gone with all that is in it at the end.
+class ScratchFolder {
+public:
+    /// False, with errno, when the system makes none.
+    bool make()
+    {
+        std::string made = (fs::temp_directory_path() / "incoming-XXXXXX").string();
+        if (!mkdtemp(made.data()))
+            return false;
+        mPath = made;
+        return true;
+    }
+    ScratchFolder() = default;
+    ~ScratchFolder()
+    {
+        std::error_code ignored;
+        if (!mPath.empty())
+            fs::remove_all(mPath, ignored);
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+    const fs::path& path() const { return mPath; }
+
+private:
+    fs::path mPath;
+};
+
 sigset_t interrupts()
 {
     sigset_t signals;
@@ -88,17 +116,12 @@ int run(const Options& options)
 {
     const bool feeds = options.folder.empty();
     const std::size_t count = options.count ? options.count : feeds ? kDefaultFeed : 0;
-    fs::path scratch;
-    std::string folder = options.folder;
-    if (feeds) {
-        std::string made = (fs::temp_directory_path() / "incoming-XXXXXX").string();
-        if (!mkdtemp(made.data())) {
-            std::perror("incoming: cannot make a folder");
-            return 1;
-        }
-        scratch = made;
-        folder = (scratch / "drop").string();
+    ScratchFolder scratch;
+    if (feeds && !scratch.make()) {
+        std::perror("incoming: cannot make a folder");
+        return 1;
     }
+    const std::string folder = feeds ? (scratch.path() / "drop").string() : options.folder;
     const std::string into = options.into.empty() ? folder + "-done" : options.into;
     std::error_code problem;
     fs::create_directories(fs::path(into) / "originals", problem);
@@ -153,8 +176,6 @@ int run(const Options& options)
 
     feeder.reset();
     progress.printTable();
-    if (feeds && options.into.empty())
-        fs::remove_all(scratch, problem);
     if (interrupted)
         return kInterrupted;
     return progress.filesFailed() || feedFailed ? 1 : 0;

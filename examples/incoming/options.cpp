@@ -11,15 +11,26 @@ const char* const kUsage =
     "DIR/originals. Without FOLDER it makes one and has a second process copy files into it.\n"
     "\n"
     "  --into DIR   where results go (default: FOLDER with \"-done\" behind it)\n"
-    "  --jobs N     files at a time (default: one a processor)\n"
+    "  --jobs N     files at a time, up to 1000 (default: one a processor)\n"
     "  --count N    end after N files (default: never with FOLDER, 240 without)\n";
 
 namespace {
 
-bool parseNumber(std::string_view text, std::size_t& number)
+constexpr std::size_t kMostJobs = 1'000;
+constexpr std::size_t kMostFiles = 1'000'000'000;
+
+bool parseNumber(std::string_view text, std::size_t most, std::size_t& number)
 {
     auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() && number > 0;
+    return error == std::errc() && end == text.data() + text.size() && number > 0 && number <= most;
+}
+
+/// "drop/", as shells complete it, is the folder "drop".
+std::string withoutLastSlashes(std::string_view path)
+{
+    while (path.size() > 1 && path.ends_with('/'))
+        path.remove_suffix(1);
+    return std::string(path);
 }
 
 }
@@ -38,7 +49,7 @@ std::optional<Options> parseOptions(std::span<char* const> words, std::string& p
                 problem = "one folder only, please";
                 return std::nullopt;
             }
-            options.folder = word;
+            options.folder = withoutLastSlashes(word);
             continue;
         }
         if (word != "--into" && word != "--jobs" && word != "--count") {
@@ -47,8 +58,11 @@ std::optional<Options> parseOptions(std::span<char* const> words, std::string& p
         }
         std::string_view value = at + 1 < words.size() ? words[++at] : "";
         std::size_t number = 0;
-        if (word == "--into" ? value.empty() : !parseNumber(value, number)) {
-            problem = std::string(word) + (word == "--into" ? " takes a folder" : " takes a number from 1");
+        const std::size_t most = word == "--jobs" ? kMostJobs : kMostFiles;
+        if (word == "--into" ? value.empty() : !parseNumber(value, most, number)) {
+            problem = std::string(word)
+                + (word == "--into" ? " takes a folder"
+                                    : " takes a number from 1 to " + std::to_string(most));
             return std::nullopt;
         }
         if (word == "--into")

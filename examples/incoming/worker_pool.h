@@ -4,16 +4,23 @@
 #include <deque>
 #include <functional>
 #include <mutex>
+#include <system_error>
 #include <thread>
 #include <vector>
 
-/// A few threads that run what they are given, first in, first out. The destructor waits for all of it.
+/// A few threads that run what they are given, first in, first out. The destructor waits for all of it. Where
+/// the system has no room for as many, fewer do the same work; for none at all the constructor throws.
 class WorkerPool {
 public:
     explicit WorkerPool(std::size_t threads)
     {
-        for (std::size_t at = 0; at < threads; ++at)
-            mThreads.emplace_back([this] { serve(); });
+        try {
+            for (std::size_t at = 0; at < threads; ++at)
+                mThreads.emplace_back([this] { serve(); });
+        } catch (const std::system_error&) {
+            if (mThreads.empty())
+                throw;
+        }
     }
     ~WorkerPool() { finish(); }
 

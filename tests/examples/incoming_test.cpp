@@ -26,11 +26,14 @@ protected:
         std::string made = (base / "incoming-test-XXXXXX").string();
         mScratch = mkdtemp(made.data());
         fs::create_directory(drop());
+        fs::create_directory(temporary());
+        setenv("TMPDIR", temporary().c_str(), 1); // of the program
     }
     ~IncomingTest() override { fs::remove_all(mScratch); }
 
     fs::path drop() const { return mScratch / "drop"; }
     fs::path into() const { return mScratch / "into"; }
+    fs::path temporary() const { return mScratch / "tmp"; }
     std::string outputFile() const { return (mScratch / "output").string(); }
 
     std::string output() const
@@ -138,6 +141,23 @@ TEST_F(IncomingTest, StopsCleanlyOnCtrlC)
         EXPECT_TRUE(entry.path().extension() == ".gz" || entry.path().filename() == "originals")
             << entry.path();
     wholeResults();
+    EXPECT_TRUE(fs::is_empty(temporary())) << "the folder it fed is left behind";
+}
+
+TEST_F(IncomingTest, StoresBesideAFolderThatIsGivenWithASlash)
+{
+    put("a", "text");
+    IncomingProcess incoming(LUM_INCOMING_PROGRAM, { drop().string() + "//", "--count", "1" }, outputFile());
+    EXPECT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
+    EXPECT_EQ(inflated(drop().string() + "-done/a.gz"), "text");
+    EXPECT_TRUE(fs::is_empty(drop()));
+}
+
+TEST_F(IncomingTest, RefusesMoreJobsThanAnyMachineRuns)
+{
+    IncomingProcess incoming(LUM_INCOMING_PROGRAM, { drop().string(), "--jobs", "1000000000" }, outputFile());
+    EXPECT_EQ(incoming.statusWithin(seconds(30)), 2);
+    EXPECT_NE(output().find("--jobs takes a number from 1 to 1000"), std::string::npos);
 }
 
 TEST_F(IncomingTest, LeavesOnlyWholeResultsWhenKilledAtAnyPoint)
