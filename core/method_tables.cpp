@@ -3,6 +3,7 @@
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSClass.h"
 #include "LUMPlatform/NSData.h"
+#include "LUMPlatform/NSDictionary.h"
 #include "LUMPlatform/NSNotificationCenter.h"
 
 namespace {
@@ -11,11 +12,16 @@ namespace {
 [[gnu::constructor]] void giveMethodTables()
 {
     NSData::classObject().extend(lum::dataCompressionMethods());
+    NSData::classObject().extend(lum::dataHandleMethods());
+    NSObject::classObject().extend(lum::objectPlistableMethods());
+    NSObject::classObject().extend(lum::serializedPlistMethods());
+    NSDictionary::classObject().extend(lum::dictionaryPlistableMethods());
     NSObject::classObject().extend(lum::mainThreadProxyMethods());
     NSNotificationCenter::classObject().extend(lum::notificationCenterMethods());
 
     const NSClass& array = NSArray::classObject();
     array.extend(lum::arrayMethods());
+    array.extend(lum::arrayPlistableMethods());
     array.extend(lum::arrayPerformingMethods());
     array.extend(lum::arraySearchMethods());
     array.extend(lum::deprecatedArrayMethods());

@@ -7,6 +7,11 @@ namespace lum {
 /// The tables of the extension sets, each defined beside its set. core/method_tables.cpp gives them to the
 /// classes they extend.
 std::span<const NSMethod> dataCompressionMethods();
+std::span<const NSMethod> dataHandleMethods();
+std::span<const NSMethod> objectPlistableMethods();
+std::span<const NSMethod> dictionaryPlistableMethods();
+std::span<const NSMethod> arrayPlistableMethods();
+std::span<const NSMethod> serializedPlistMethods();
 std::span<const NSMethod> mainThreadProxyMethods();
 std::span<const NSMethod> notificationCenterMethods();
 

@@ -88,7 +88,7 @@ TEST_F(ExtensionTablesTest, GiveArraysTheirOperations)
 {
     EXPECT_EQ(selectorsOn(NSArray::classObject()),
         (std::set<std::string_view> { "bsearch:comparatorFunction:context:", "bsearch:selector:", "car",
-            "cdr", "closestNumberToNumber:", "deepCopy", "hasPrefix:",
+            "cdr", "closestNumberToNumber:", "deepCopy", "hasPrefix:", "isPlistable",
             "makeObjectsPerformSelectorWithResults:", "makeObjectsPerformSelectorWithResults:withObject:",
             "makeObjectsPerformSelectorWithResults:withObjects:", "mutableDeepCopy", "reverseArray",
             "subarrayMatchingSelector:withObject:", "subsetOfArrayAtIndexes:" }));
