@@ -149,6 +149,16 @@ TEST_F(BinaryWriterTest, RefusesTheFormatsThatAreOnlyRead)
     EXPECT_FALSE(NSPropertyListSerialization::dataFromPropertyList("a", NSPropertyListOpenStepFormat));
 }
 
+TEST_F(BinaryWriterTest, TheExampleOfTheFormatPageHolds)
+{
+    auto data = write(NSDictionary::of({ { "a", NSArray::of(1, true) }, { "b", "\u00e9" } }));
+    const unsigned char expected[] = { 0x62, 0x70, 0x6C, 0x69, 0x73, 0x74, 0x30, 0x30, 0xD2, 0x01, 0x02, 0x03,
+        0x06, 0x51, 0x61, 0x51, 0x62, 0xA2, 0x04, 0x05, 0x10, 0x01, 0x09, 0x61, 0x00, 0xE9, 0x08, 0x0D, 0x0F,
+        0x11, 0x14, 0x16, 0x17, 0, 0, 0, 0, 0, 0, 1, 1, 0, 0, 0, 0, 0, 0, 0, 7, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0,
+        0, 0, 0, 0, 0, 0x1A };
+    EXPECT_THAT(data, Equals(NSData::dataWithBytes(expected, sizeof expected)));
+}
+
 /// Sizes where references and offsets grow by a byte.
 class BinaryWriterSizes : public BinaryWriterTest, public testing::WithParamInterface<int> { };
 

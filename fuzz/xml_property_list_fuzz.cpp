@@ -1,0 +1,19 @@
+// Property lists in XML: any bytes are read or refused within the limits, and what is read comes back.
+#include "fuzz/property_list_graph.h"
+#include "platform/proplists/property_list_fault.h"
+#include "platform/proplists/xml_reader.h"
+
+#include <cstdint>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    NSDecodingLimits limits;
+    limits.objects = 100'000;
+    limits.depth = 200;
+    try {
+        requireThatItComesBack(platform::readXmlPropertyList(std::as_bytes(std::span(data, size)), limits));
+    } catch (const platform::PropertyListFault&) {
+        return 0;
+    }
+    return 0;
+}
