@@ -24,6 +24,7 @@ void reverseInPlace(const NSRef<NSMutableArray>& array)
 
 void insertAll(const NSRef<NSMutableArray>& array, const NSRef<NSArray>& objects, std::uint32_t index)
 {
+    // Deliberate: an index past the end appends.
     array->replaceObjectsInRange({ std::min<NSUInteger>(index, array->count()), 0 }, objects);
 }
 

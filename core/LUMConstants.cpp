@@ -9,4 +9,5 @@ constinit const NSStringConstant LUMDocumentBundle_Dictionary("org.lumfoundation
 
 constinit const NSStringConstant LUMMediaDocumentBundle_ThumbnailJPEG("jpeg");
 constinit const NSStringConstant LUMMediaDocumentBundle_ThumbnailPNG("png");
+// Deliberate: no form in particular is no text at all, as a null argument is.
 constinit const NSStringConstant LUMMediaDocumentBundle_ThumbnailAuto(nullptr);

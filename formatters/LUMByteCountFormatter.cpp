@@ -23,6 +23,7 @@ NSRef<NSString> LUMByteCountFormatter::stringWithByteCount(std::uint64_t count)
         return NSString::stringWithFormat("%.1f GB", bytes / static_cast<double>(kGigabyte));
     if (count >= kMegabyte)
         return NSString::stringWithFormat("%.1f MB", bytes / static_cast<double>(kMegabyte));
+    // Deliberate: there is no step for single bytes.
     return NSString::stringWithFormat("%.0f KB", bytes / 1024.0);
 }
 

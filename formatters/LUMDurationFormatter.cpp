@@ -122,14 +122,15 @@ NSRef<NSString> LUMDurationFormatter::stringForObjectValue(const NSId& value) co
     const bool bareMinutes = time.hours == 0 && allowsOneZero();
     text->appendFormat("%s%u%@", bareMinutes ? "" : leadingZero(time.minutes), time.minutes, separator());
     text->appendFormat("%s%u", leadingZero(time.seconds), time.seconds);
-    // Deliberate: what is called milliseconds are hundredths, and no unit stands behind them.
+    // Deliberate: what is called milliseconds are hundredths, and no unit stands behind them. The minutes are
+    // always shown, whatever alwaysShowMinutes says.
     if (includeMilliseconds())
         text->appendFormat(".%s%u", leadingZero(time.hundredths), time.hundredths);
     else if (showsLastUnitLabel())
         text->appendString("s");
     if (!displaysZero()) {
-        // Asked at both ends, as the sign is asked apart from the time: a value that changes meanwhile is its
-        // own affair.
+        // Deliberate: each test reads the number anew, so a value that changes meanwhile is judged by what it
+        // says then.
         const float low = numberOf(value);
         const float high = numberOf(value);
         if (low == 0.0F && high == 0.0F)

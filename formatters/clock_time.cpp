@@ -8,6 +8,7 @@ namespace lum {
 
 ClockTime ClockTime::of(float value, bool keepsHundredths)
 {
+    // Deliberate: a negative time is rounded as its magnitude is, away from zero at the half.
     const float magnitude = std::fabs(value);
     const auto whole = NSSaturated<std::uint32_t>(static_cast<double>(magnitude));
     float fraction = magnitude - static_cast<float>(whole);

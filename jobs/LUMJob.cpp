@@ -113,6 +113,7 @@ std::int32_t LUMJob::currentState() const
 
 void LUMJob::setDelegate(const NSId& delegate)
 {
+    // Deliberate: null does not conform either, so a delegate is replaced and never cleared.
     auto conforming = NSCast<LUMJobDelegate>(delegate);
     if (!conforming)
         throw NSException("LUMJobDelegateException", "Delegate doesn't conform to LUMJobDelegate protocol.");
@@ -132,6 +133,7 @@ void LUMJob::stateChanged()
 
 bool LUMJob::start()
 {
+    // Deliberate: no look at the state it is in, here and in what follows.
     setCurrentState(LUMJobStateRunning);
     if (auto delegate = this->delegate())
         delegate->jobDidStart(*this);
@@ -176,5 +178,6 @@ double LUMJob::progress() const
 void LUMJob::jobDidError(const NSRef<NSError>& error)
 {
     setError(error);
+    // Deliberate: a failure is a cancellation with an error.
     jobDidCancel();
 }

@@ -115,6 +115,7 @@ double LUMJobQueue::priority() const
 
 void LUMJobQueue::setDelegate(const NSId& delegate)
 {
+    // Deliberate: null does not conform either, so a delegate is replaced and never cleared.
     auto conforming = NSCast<LUMJobQueueDelegate>(delegate);
     if (!conforming)
         throw NSException(
@@ -142,6 +143,7 @@ void LUMJobQueue::startNextJobIfNeeded()
     lum::StartCall call(mFields->schedule, maxConcurrentJobs());
     if (call.isLeftToOuterCall())
         return;
+    // Deliberate: a job that answers true without reporting its start stays pending, and so is started again.
     while (NSRef<LUMJob> job = nextJobToStart(call)) {
         job->setPriority(priority());
         job->setDelegate(kept);
@@ -167,6 +169,7 @@ void LUMJobQueue::cancelJob(const NSRef<LUMJob>& job)
         return;
     const NSRef<LUMJobQueue> kept = NSShare(this);
     Locked locked(*this);
+    // Deliberate: a pending job hears nothing of it and keeps its state.
     if (mFields->schedule.isPending(*job))
         jobDidCancel(*job);
     else if (mFields->schedule.isActive(*job))
@@ -176,7 +179,8 @@ void LUMJobQueue::cancelJob(const NSRef<LUMJob>& job)
 void LUMJobQueue::cancelAllJobs()
 {
     const NSRef<LUMJobQueue> kept = NSShare(this);
-    // A job may end, and others start, while one is told; those that started meanwhile are not meant.
+    // Deliberate: the pending jobs stay, and start as these end. A job may end, and others start, while one
+    // is told; those that started meanwhile are not meant.
     for (const NSRef<LUMJob>& job : mFields->schedule.activeJobs()) {
         if (mFields->schedule.isActive(*job))
             job->cancel();

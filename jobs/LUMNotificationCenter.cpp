@@ -9,6 +9,7 @@ const NSClass& LUMNotificationCenter::classObject()
     return type;
 }
 
+// Deliberate: null means any in the removal of what is replaced.
 void LUMNotificationCenter::addObserver(
     const NSId& observer, NSSelector selector, const NSRef<NSString>& name, const NSId& object)
 {

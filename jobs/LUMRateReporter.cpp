@@ -53,7 +53,8 @@ void LUMRateReporter::addSample(double total)
         return;
     }
     const NSInteger steps = stepsAfter((now - mLastSampleInserted) / mSamplingInterval);
-    // Deliberate: time that went back moves the ring back and stores nothing; the unsigned sums wrap.
+    // Deliberate: a sample within the interval is dropped. Time that went back moves the ring back and stores
+    // nothing; the unsigned sums wrap.
     const auto unsignedSteps = static_cast<NSUInteger>(steps);
     mTotalSamples += unsignedSteps;
     if (steps > 0) {

@@ -149,6 +149,7 @@ NSId OVMainThreadProxy::performSelector(NSSelector selector)
 {
     if (isOwnSelector(selector))
         return NSObject::performSelector(selector);
+    // Deliberate: what the target answers is not passed back, here and below.
     performOnTarget(
         selector, [selector](const NSId& target) { static_cast<void>(target->performSelector(selector)); });
     return nullptr;

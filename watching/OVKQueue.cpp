@@ -80,6 +80,7 @@ const NSClass& OVKQueue::classObject()
 
 NSRef<OVKQueue> OVKQueue::sharedFileWatcher()
 {
+    // Deliberate: always an OVKQueue, whichever class is asked.
     static platform::Mutex monitor;
     const platform::MutexLock lock(monitor);
     if (!gOVKQueueSharedQueueSingleton)
@@ -123,6 +124,7 @@ void OVKQueue::addPathToQueue(const NSRef<NSString>& path)
 
 void OVKQueue::addPath(const NSRef<NSString>& path)
 {
+    // Deliberate: growth, link counts and revocation are reported only to those who ask for them.
     addPathToQueueNotifyingAbout(path, kDefaultFlags);
 }
 

@@ -83,6 +83,7 @@ bool WatchDelivery::tellDelegate(const NSRef<NSString>& name, const NSRef<NSStri
         // Whoever watches may have ended while the report was waiting, and must then hear no more of it.
         const NSId watcher = mWatcher.get();
         const NSId proxy = delegateProxy();
+        // Deliberate: the delegate is not asked whether it answers.
         if (watcher && proxy)
             NSSend(proxy, kReceived, watcher, name, path);
         return delegateProxy() && delegate();

@@ -35,6 +35,8 @@ void WatchLoop::add(const NSRef<NSString>& path, uint32_t changes)
     }
     // No lock is held here: a volume that does not answer must not stop other paths from being removed.
     const bool isOpen = mQueue->add(token, name, changes);
+    // Deliberate: what cannot be opened is not watched, without a word, and what is added twice stands twice.
+    // An object is known by the path it was added by, wherever it is moved.
     const MutexLock lock(mLock);
     if (isOpen)
         mWatched.push_back({ token, kept });
@@ -61,6 +63,7 @@ void WatchLoop::remove(const NSRef<NSString>& path)
 
 void WatchLoop::removeAll()
 {
+    // Deliberate: here alone a failure is not logged.
     for (const Watched& watched : takeAll())
         mQueue->remove(watched.token);
 }
@@ -100,6 +103,7 @@ void WatchLoop::run(const Report& report)
         try {
             pass(report);
         } catch (const NSException& exception) {
+            // Deliberate: the rest of the event is dropped.
             NSLog("Error in OVKQueue watcherThread: %@", exception.description());
         }
     }
@@ -127,6 +131,7 @@ void WatchLoop::stop()
 
 void WatchLoop::giveBack()
 {
+    // Deliberate: the thread logs in the words of a watcher that gives itself back.
     for (const Watched& watched : takeAll()) {
         if (const int error = mQueue->remove(watched.token))
             NSLog("dealloc: Couldn't close file descriptor (%d)", error);

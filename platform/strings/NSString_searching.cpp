@@ -74,6 +74,7 @@ NSRange NSString::rangeOfCharacterFromSet(const NSRef<NSCharacterSet>& set) cons
 NSRange NSString::rangeOfCharacterFromSetOptions(
     const NSRef<NSCharacterSet>& set, NSStringCompareOptions options) const
 {
+    // Deliberate: ignoring case has no effect on a set.
     return rangeOf(platform::findCharacter(characters(), membersOf(set), rulesOf(options)), 0);
 }
 

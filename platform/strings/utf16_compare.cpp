@@ -17,9 +17,9 @@ bool isDigit(char16_t unit)
 }
 
 /// The value of the digits at `at`, which moves behind them.
-/// Deliberate: the value wraps modulo 2 to the power 64, as stored orders expect; it does not saturate.
 uint64_t takeDigits(std::u16string_view text, size_t& at)
 {
+    // Deliberate: the value wraps modulo 2 to the power 64, as stored orders expect; it does not saturate.
     uint64_t value = 0;
     for (; at < text.size() && isDigit(text[at]); ++at)
         value = value * 10 + (text[at] - u'0');

@@ -66,7 +66,7 @@ TEST_F(LUMArrayMutableTest, InsertObjectsKeepsTheirOrder)
     EXPECT_THAT(abc, Equals(NSArray::of("a", "x", "y", "b", "c")));
 }
 
-TEST_F(LUMArrayMutableTest, InsertObjectsPastTheEndAppends)
+TEST_F(LUMArrayMutableTest, DeliberatelyInsertObjectsPastTheEndAppends)
 {
     LUMArray::insertObjects(abc, xy, 10);
     EXPECT_THAT(abc, Equals(NSArray::of("a", "b", "c", "x", "y")));
@@ -78,7 +78,7 @@ TEST_F(LUMArrayMutableTest, InsertObjectsAtTheCountAppends)
     EXPECT_THAT(abc, Equals(NSArray::of("a", "b", "c", "x", "y")));
 }
 
-TEST_F(LUMArrayMutableTest, InsertObjectsAtTheLargestIndexAppends)
+TEST_F(LUMArrayMutableTest, DeliberatelyInsertObjectsAtTheLargestIndexAppends)
 {
     LUMArray::insertObjects(abc, xy, 0xFFFFFFFF);
     EXPECT_THAT(abc, Equals(NSArray::of("a", "b", "c", "x", "y")));

@@ -31,7 +31,7 @@ INSTANTIATE_TEST_SUITE_P(All, LUMConstantsTest,
         Constant { "ThumbnailPNG", LUMMediaDocumentBundle_ThumbnailPNG, "png" }),
     [](const auto& row) { return row.param.name; });
 
-TEST(LUMConstantsNullTest, TheFormOfAThumbnailInNoFormIsNull)
+TEST(LUMConstantsNullTest, DeliberatelyTheAutomaticFormOfAThumbnailIsNull)
 {
     EXPECT_EQ(LUMMediaDocumentBundle_ThumbnailAuto.string(), nullptr);
 }

@@ -55,7 +55,7 @@ TEST_F(LUMData_CompressionDynamicTest, TakesChecksumAndDigests)
     EXPECT_EQ(utf8(sendForText("sha1DigestString", "abc")), "a9993e364706816aba3e25717850c26c9cd0d89d");
 }
 
-TEST_F(LUMData_CompressionDynamicTest, AnswersTheVeryObjectWhenItIsEmpty)
+TEST_F(LUMData_CompressionDynamicTest, DeliberatelyAnswersTheVeryObjectWhenItIsEmpty)
 {
     auto empty = NSData::data();
     EXPECT_EQ(NSSend<NSId>(empty, NSSelector("gzipInflate")), empty);

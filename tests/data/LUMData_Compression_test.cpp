@@ -71,21 +71,18 @@ TEST_F(LUMData_CompressionTest, ReadsEightBytesOfBase32)
     EXPECT_EQ(hex(dataWithBase32String("aaaqeayeaudao")), "00 01 02 03 04 05 06 07");
 }
 
-// Deliberate: the result has the size of a pointer, whatever the text stands for.
-TEST_F(LUMData_CompressionTest, CutsALongerBase32ToEightBytes)
+TEST_F(LUMData_CompressionTest, DeliberatelyCutsALongerBase32ToEightBytes)
 {
     EXPECT_EQ(hex(dataWithBase32String("AAAQEAYEAUDAOCAJBIFQ")), "00 01 02 03 04 05 06 07");
 }
 
-// Deliberate: the result has the size of a pointer, whatever the text stands for.
-TEST_F(LUMData_CompressionTest, FillsAShorterBase32UpToEightBytesWithZeros)
+TEST_F(LUMData_CompressionTest, DeliberatelyFillsAShorterBase32UpToEightBytesWithZeros)
 {
     EXPECT_EQ(hex(dataWithBase32String("MY")), "66 00 00 00 00 00 00 00");
     EXPECT_EQ(hex(dataWithBase32String("MZXW6YTB")), "66 6f 6f 62 61 00 00 00");
 }
 
-// Deliberate: the three characters behind the lower-case letters count as zeros.
-TEST_F(LUMData_CompressionTest, ReadsBracesInBase32AsA)
+TEST_F(LUMData_CompressionTest, DeliberatelyReadsBracesInBase32AsA)
 {
     EXPECT_EQ(hex(dataWithBase32String("M{|}AAAA")), "60 00 00 00 00 00 00 00");
 }
@@ -127,8 +124,7 @@ TEST_F(LUMData_CompressionTest, StuffsAFullBlockAtTheEnd)
     EXPECT_EQ(hex(frame->bytes().last(3)), "61 01 00");
 }
 
-// Deliberate: the zero behind the last block and that of the delimiter stay.
-TEST_F(LUMData_CompressionTest, UnstuffsToTheBytesAndTwoZeros)
+TEST_F(LUMData_CompressionTest, DeliberatelyUnstuffsToTheBytesAndTwoZeros)
 {
     EXPECT_EQ(hex(decodeCOBS(dataOf("02 11 00"))), "11 00 00");
     EXPECT_EQ(hex(decodeCOBS(dataOf("01 01 00"))), "00 00 00");
@@ -199,7 +195,7 @@ TEST_F(LUMData_CompressionTest, TakesDigestsOfNoBytes)
     EXPECT_EQ(utf8(sha1DigestString(dataOf(""))), "da39a3ee5e6b4b0d3255bfef95601890afd80709");
 }
 
-TEST_F(LUMData_CompressionTest, AnswersTheVeryObjectWhenItIsEmpty)
+TEST_F(LUMData_CompressionTest, DeliberatelyAnswersTheVeryObjectWhenItIsEmpty)
 {
     for (const NSRef<NSData>& empty : { NSData::data(), NSRef<NSData>(NSMutableData::data()) }) {
         EXPECT_EQ(encodeCOBS(empty), empty);

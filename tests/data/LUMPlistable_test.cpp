@@ -43,7 +43,7 @@ TEST_F(LUMPlistableTest, LeavesAndContainersOfThemAre)
     EXPECT_FALSE(isPlistable(nullptr));
 }
 
-TEST_F(LUMPlistableTest, AnythingElseRaises)
+TEST_F(LUMPlistableTest, DeliberatelyAnythingElseRaises)
 {
     for (const NSId& object : { NSId(NSSet::set()), NSId(NSNull::null()) }) {
         EXPECT_EQ(raisedBy([&] { return isPlistable(object); }), reasonFor(object));

@@ -71,7 +71,7 @@ TEST_F(LUMSerializedPlistTest, TheOrderOfBuildingDoesNotCount)
         bytes(NSDictionary::of({ { "b", 2 }, { "a", 1 } })));
 }
 
-TEST_F(LUMSerializedPlistTest, KeysAreNotWritten)
+TEST_F(LUMSerializedPlistTest, DeliberatelyKeysAreNotWritten)
 {
     EXPECT_EQ(bytes(NSDictionary::of({ { "a", 1 }, { "b", 2 } })),
         bytes(NSDictionary::of({ { "x", 1 }, { "y", 2 } })));
@@ -84,7 +84,7 @@ TEST_F(LUMSerializedPlistTest, EmptyContainersGiveEmptyData)
     EXPECT_EQ(bytes(nullptr), "null");
 }
 
-TEST_F(LUMSerializedPlistTest, AKeyThatBeginsWithAnAtSignNamesAProperty)
+TEST_F(LUMSerializedPlistTest, DeliberatelyAKeyThatBeginsWithAnAtSignNamesAProperty)
 {
     EXPECT_EQ(bytes(NSDictionary::of({ { "@count", "x" } })), bytes(1));
     EXPECT_EQ(nameRaisedBy([] {
@@ -100,7 +100,7 @@ TEST_F(LUMSerializedPlistTest, WhatIsNoPropertyListRaises)
         "LUMNonPlistTypeException");
 }
 
-TEST_F(LUMSerializedPlistTest, WhatOnlySaysItIsPlistableRaises)
+TEST_F(LUMSerializedPlistTest, DeliberatelyWhatOnlySaysItIsPlistableRaisesWithoutAWord)
 {
     auto liar = NSMake<PlistAnswer>(true);
     EXPECT_EQ(raisedBy([&] { return serializedPlist(NSArray::of(1, liar)); }), reasonFor(liar));

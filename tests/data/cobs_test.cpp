@@ -56,8 +56,7 @@ TEST_P(EncodedCOBSTest, IsAsExpected)
     EXPECT_EQ(encoded(GetParam().from), GetParam().to);
 }
 
-// Deliberate: the zero behind the last block and that of the delimiter stay.
-TEST_P(EncodedCOBSTest, DecodesToTheInputAndTwoZeros)
+TEST_P(EncodedCOBSTest, DeliberatelyDecodesToTheInputAndTwoZeros)
 {
     std::string plain = GetParam().from.empty() ? "00 00" : GetParam().from + " 00 00";
     EXPECT_EQ(decoded(GetParam().to), plain);
@@ -91,8 +90,7 @@ TEST_P(DecodedCOBSTest, IsAsExpected)
 INSTANTIATE_TEST_SUITE_P(
     COBS, DecodedCOBSTest, testing::ValuesIn(kDecoded), [](const auto& param) { return param.param.name; });
 
-// Deliberate: a delimiter between or behind blocks decodes like a code of 1.
-TEST(COBSTest, TakesADelimiterForACodeOfOne)
+TEST(COBSTest, DeliberatelyTakesADelimiterForACodeOfOne)
 {
     EXPECT_EQ(decoded("00 02 11 00 00"), "00 11 00 00 00");
     EXPECT_EQ(decoded("01 02 11 01 01"), "00 11 00 00 00");

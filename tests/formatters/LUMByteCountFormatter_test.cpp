@@ -22,9 +22,9 @@ TEST_P(LUMByteCountFormatterCases, Shows)
 }
 
 INSTANTIATE_TEST_SUITE_P(Counts, LUMByteCountFormatterCases,
-    testing::Values(Case { "Zero", 0, "0 KB" }, Case { "HalfToEven", 512, "0 KB" },
+    testing::Values(Case { "DeliberatelyKilobytesForNothing", 0, "0 KB" }, Case { "HalfToEven", 512, "0 KB" },
         Case { "PastHalf", 513, "1 KB" }, Case { "OneAndAHalfToEven", 1536, "2 KB" },
-        Case { "TwoAndAHalfToEven", 2560, "2 KB" }, Case { "NearlyAKilobyte", 1023, "1 KB" },
+        Case { "TwoAndAHalfToEven", 2560, "2 KB" }, Case { "DeliberatelyKilobytesForFewBytes", 1023, "1 KB" },
         Case { "NearlyAMegabyte", 1048575, "1024 KB" }, Case { "Megabyte", 1048576, "1.0 MB" },
         Case { "OneAndAHalfMegabytes", 1572864, "1.5 MB" },
         Case { "NearlyAGigabyte", 1073741823, "1024.0 MB" }, Case { "Gigabyte", 1073741824, "1.0 GB" },

@@ -79,9 +79,10 @@ INSTANTIATE_TEST_SUITE_P(Plain, LUMDurationFormatterCases,
         Case { "NineMinutes", none, 549, "09:09" }, Case { "TenMinutes", none, 610, "10:10" },
         Case { "Zero", none, 0, "00:00" }, Case { "Hours", none, 3725, "1:02:05" },
         Case { "OneHour", none, 3600, "1:00:00" }, Case { "TenHours", none, 36000, "10:00:00" },
-        Case { "Negative", none, -65, "-01:05" }, Case { "NegativeByMagnitude", none, -65.5, "-01:06" },
+        Case { "Negative", none, -65, "-01:05" },
+        Case { "DeliberatelyRoundsNegativesByMagnitude", none, -65.5, "-01:06" },
         Case { "NegativeZero", none, -0.0, "00:00" }, Case { "NegativeRoundedToZero", none, -0.3, "-00:00" },
-        Case { "DeliberatelyNoHoursBeforeRounding", none, 3599.5, "00:00" },
+        Case { "DeliberatelyTestsForHoursBeforeRounding", none, 3599.5, "00:00" },
         Case { "MinutesCarried", none, 59.5, "01:00" }, Case { "HoursCarried", none, 7199.5, "2:00:00" }),
     [](const auto& test) { return test.param.name; });
 
@@ -90,8 +91,8 @@ INSTANTIATE_TEST_SUITE_P(Options, LUMDurationFormatterCases,
         Case { "OneZeroWithHours", oneZero, 3725, "1:02:05" },
         Case { "OneZeroWithUnseenHours", oneZero, 3599.5, "00:00" }, Case { "Hours", hours, 65, "0:01:05" },
         Case { "HoursCarriedAndShown", hours, 3599.5, "1:00:00" },
-        Case { "MinutesWithoutEffect", minutes, 5, "00:05" },
-        Case { "Hundredths", hundredths, 65.25, "01:05.25" },
+        Case { "DeliberatelyIgnoresAlwaysShowMinutes", minutes, 5, "00:05" },
+        Case { "DeliberatelyHundredthsForMilliseconds", hundredths, 65.25, "01:05.25" },
         Case { "HundredthsLeadingZero", hundredths, 65.05, "01:05.05" },
         Case { "NineHundredths", hundredths, 0.09, "00:00.09" },
         Case { "TenHundredths", hundredths, 0.1, "00:00.10" },
@@ -163,7 +164,7 @@ TEST_F(LUMDurationFormatterTest, CountsAnObjectWithoutAFloatValueAsZero)
     EXPECT_FALSE(formatter->stringForObjectValue(nullptr));
 }
 
-TEST_F(LUMDurationFormatterTest, AsksTheValueAnew)
+TEST_F(LUMDurationFormatterTest, DeliberatelyAsksTheValueAnewForEachTest)
 {
     auto asked = NSMake<Asked>();
     (void)show(asked);

@@ -92,7 +92,7 @@ TEST_F(LUMJobQueueCallsTest, TakesItsLockForCountsAndForNothingElseWhenItStartsJ
     EXPECT_EQ(queue->held, 0);
 }
 
-TEST_F(LUMJobQueueCallsTest, NeedsNoLockForAStartNorForItsSettings)
+TEST_F(LUMJobQueueCallsTest, DeliberatelyNeedsNoLockForAStartNorForItsSettings)
 {
     std::lock_guard<LUMJobQueue> held(*queue);
     std::thread other([this] {

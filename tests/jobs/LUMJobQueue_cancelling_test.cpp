@@ -4,7 +4,7 @@
 
 namespace {
 
-TEST_F(LUMJobQueueTest, CancelsAPendingJobWithoutAWordToIt)
+TEST_F(LUMJobQueueTest, DeliberatelyCancelsAPendingJobWithoutAWordToIt)
 {
     a->onCancel = [] { ADD_FAILURE() << "cancel reached the job"; };
     queue->addJob(a);
@@ -51,7 +51,7 @@ TEST_F(LUMJobQueueTest, CancelsNothingThatItDoesNotHold)
     EXPECT_EQ(recorder->take(), "");
 }
 
-TEST_F(LUMJobQueueTest, CancelsAllActiveJobsAndLeavesThePendingOnes)
+TEST_F(LUMJobQueueTest, DeliberatelyLeavesThePendingJobsToStartWhenItCancelsAll)
 {
     queue->setMaxConcurrentJobs(2);
     auto d = job("d");

@@ -293,7 +293,7 @@ TEST_F(LUMJobQueueTest, WorksWithoutADelegate)
 
 TEST_F(LUMJobQueueTest, RaisesForADelegateThatDoesNotDeclareTheProtocol)
 {
-    for (const NSId& wrong : { NSId(NSMake<NSObject>()), NSId(a), NSId() }) {
+    for (const NSId& wrong : { NSId(NSMake<NSObject>()), NSId(a) }) {
         try {
             queue->setDelegate(wrong);
             ADD_FAILURE() << "nothing raised";
@@ -304,6 +304,12 @@ TEST_F(LUMJobQueueTest, RaisesForADelegateThatDoesNotDeclareTheProtocol)
         }
         EXPECT_EQ(queue->delegate(), recorder);
     }
+}
+
+TEST_F(LUMJobQueueTest, DeliberatelyRaisesForANullDelegate)
+{
+    EXPECT_THROW(queue->setDelegate(nullptr), NSException);
+    EXPECT_EQ(queue->delegate(), recorder);
 }
 
 TEST_F(LUMJobQueueTest, AnswersDynamicCalls)

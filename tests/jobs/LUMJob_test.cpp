@@ -86,7 +86,7 @@ TEST_F(LUMJobTest, DoesNothingWhenCancelled)
     EXPECT_EQ(recorder->take(), "");
 }
 
-TEST_F(LUMJobTest, TestsNoStateBeforeItChangesIt)
+TEST_F(LUMJobTest, DeliberatelyTestsNoStateBeforeItChangesIt)
 {
     job->pause(); // never started
     job->start();

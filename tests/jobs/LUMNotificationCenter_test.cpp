@@ -37,8 +37,7 @@ TEST_F(LUMNotificationCenterTest, KeepsRegistrationsForOtherNamesObjectsAndObser
     EXPECT_EQ(other->take(), "first@main ");
 }
 
-// Deliberate: the removal before a registration takes null for any.
-TEST_F(LUMNotificationCenterTest, DeliberateNullRemovesTheWiderWay)
+TEST_F(LUMNotificationCenterTest, DeliberatelyTakesNullForAnyInWhatItReplaces)
 {
     center->addObserver(observer, kFirst, "N", x);
     center->addObserver(observer, kSecond, "N", nullptr);
@@ -49,7 +48,7 @@ TEST_F(LUMNotificationCenterTest, DeliberateNullRemovesTheWiderWay)
     EXPECT_EQ(posted("M", x), "second@main ");
 }
 
-TEST_F(LUMNotificationCenterTest, RemovesByARegistrationForEveryNameWhatItHadForTheObject)
+TEST_F(LUMNotificationCenterTest, DeliberatelyReplacesByARegistrationForEveryNameAllForThatObject)
 {
     NSId y = NSMake<NSObject>();
     center->addObserver(observer, kFirst, "N", x);

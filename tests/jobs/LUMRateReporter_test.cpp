@@ -50,7 +50,7 @@ TEST_F(LUMRateReporterTest, DeliberatelyDividesByTheValuesKeptNotTheSteps)
     EXPECT_EQ(reporter->rate(), 5.0);
 }
 
-TEST_F(LUMRateReporterTest, DropsASampleThatComesWithinAnInterval)
+TEST_F(LUMRateReporterTest, DeliberatelyDropsASampleThatComesWithinAnInterval)
 {
     reporter->addSampleAt(0, 0);
     reporter->addSampleAt(0.5, 1000);
@@ -142,7 +142,7 @@ TEST_F(LUMRateReporterTest, DeliberatelyGoesBackInTheRingWhenTimeGoesBack)
     EXPECT_EQ(reporter->rate(), 100.0 / 5.0);
 }
 
-TEST_F(LUMRateReporterTest, WrapsTheRingWhenTimeGoesBackBeforeTheFirstSample)
+TEST_F(LUMRateReporterTest, DeliberatelyWrapsTheRingWhenTimeGoesBackBeforeTheFirstSample)
 {
     reporter->addSampleAt(10, 500);
     reporter->addSampleAt(8, 1'000);

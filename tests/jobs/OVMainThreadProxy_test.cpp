@@ -155,7 +155,7 @@ TEST_F(OVMainThreadProxyTest, RaisesAtTheSenderForAMessageNobodyAnswersAndQueues
     EXPECT_EQ(player->take(), "");
 }
 
-TEST_F(OVMainThreadProxyTest, PerformsASelectorOnTheMainThreadButGivesBackNull)
+TEST_F(OVMainThreadProxyTest, DeliberatelyGivesBackNullForAPerformedSelector)
 {
     NSId performed = player;
     NSId sent;

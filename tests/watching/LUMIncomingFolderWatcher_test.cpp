@@ -8,6 +8,7 @@
 #include "tests/watching/watching_fixture.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace lum {
 
@@ -121,7 +122,7 @@ TEST_F(LUMIncomingFolderWatcherTest, StandardisesThePathThatItMakes)
     EXPECT_FALSE(std::filesystem::exists(folder / "x"));
 }
 
-TEST_F(LUMIncomingFolderWatcherTest, TakesTheFirstComponentOfAPathForGranted)
+TEST_F(LUMIncomingFolderWatcherTest, DeliberatelyTakesTheFirstComponentOfAPathForGranted)
 {
     const auto before = std::filesystem::current_path();
     std::filesystem::current_path(folder.path());
@@ -190,7 +191,7 @@ TEST_F(LUMIncomingFolderWatcherTest, PostsInTheOrderOfTheListing)
     EXPECT_EQ(files->posted, listed);
 }
 
-TEST_F(LUMIncomingFolderWatcherTest, PostsEveryFileAtEveryScan)
+TEST_F(LUMIncomingFolderWatcherTest, DeliberatelyPostsEveryFileAtEveryScan)
 {
     const auto watcher = watch(drop);
     writeFile(drop + "/b.complete", "");
@@ -303,6 +304,14 @@ TEST_F(LUMIncomingFolderWatcherTest, MayEndInsideANotification)
     files->whenPosted = [&] { watcher = nullptr; };
     EXPECT_TRUE(isPosted("complete " + drop + "/a.complete"));
     EXPECT_FALSE(watcher);
+}
+
+/// No dynamic call makes a watcher, so the selector of its maker stands in the header alone.
+TEST_F(LUMIncomingFolderWatcherTest, DeliberatelyIsMadeByASelectorWithASmallF)
+{
+    std::ifstream header(LUM_TEST_DATA "/../LUMFoundation/LUMIncomingFolderWatcher.h");
+    const std::string text(std::istreambuf_iterator<char>(header), {});
+    EXPECT_NE(text.find("Selector: initWithFolder:completedfileType:incompleteFileType:"), std::string::npos);
 }
 
 TEST_F(LUMIncomingFolderWatcherTest, AnswersItsSelectors)

@@ -12,7 +12,7 @@ struct Name {
 
 class OVFileWatcherNamesTest : public testing::TestWithParam<Name> { };
 
-TEST_P(OVFileWatcherNamesTest, HaveTheirTexts)
+TEST_P(OVFileWatcherNamesTest, DeliberatelyHaveTextsThatWordTheChangeDifferently)
 {
     EXPECT_EQ(GetParam().constant.text(), GetParam().text);
 }

@@ -38,7 +38,7 @@ protected:
     NSRef<OVKQueue> watcher;
 };
 
-TEST_F(OVKQueueFilesTest, ReportsAWriteAndByDefaultNoGrowth)
+TEST_F(OVKQueueFilesTest, DeliberatelyReportsAWriteAndByDefaultNoGrowth)
 {
     watcher->addPath(file);
     appendToFile(file, "abc");
@@ -52,7 +52,7 @@ TEST_F(OVKQueueFilesTest, ReportsGrowthWhenAskedTo)
     EXPECT_EQ(story(), told("WrittenTo", file) + told("SizeIncreased", file));
 }
 
-TEST_F(OVKQueueFilesTest, ReportsARenameWithTheOldPath)
+TEST_F(OVKQueueFilesTest, DeliberatelyReportsARenamedFileWithTheOldPath)
 {
     watcher->addPath(file);
     std::filesystem::rename(file, folder / "new");
@@ -70,7 +70,7 @@ TEST_F(OVKQueueFilesTest, ReportsDeletionAndAttributes)
     EXPECT_EQ(story(), told("Deleted", file));
 }
 
-TEST_F(OVKQueueFilesTest, AddsNothingThatDoesNotExist)
+TEST_F(OVKQueueFilesTest, DeliberatelyAddsNothingThatDoesNotExistWithoutAWord)
 {
     const std::string before = watcher->description()->utf8();
     watcher->addPath(folder / "missing");
@@ -78,7 +78,7 @@ TEST_F(OVKQueueFilesTest, AddsNothingThatDoesNotExist)
     EXPECT_EQ(log.take(), "");
 }
 
-TEST_F(OVKQueueFilesTest, ReportsAPathAddedTwiceTwiceUntilOneIsRemoved)
+TEST_F(OVKQueueFilesTest, DeliberatelyReportsAPathAddedTwiceTwiceUntilOneIsRemoved)
 {
     watcher->addPath(file);
     watcher->addPath(file);

@@ -159,7 +159,7 @@ TEST_F(OVKQueueTest, DeliversWhatItIsToldToPost)
     EXPECT_EQ(listener->take(), "told@main(X, /b) ");
 }
 
-TEST_F(OVKQueueTest, LogsAnExceptionOfTheDelegateAndGoesOn)
+TEST_F(OVKQueueTest, DeliberatelyDropsTheRestOfAnEventAfterAnExceptionOfTheDelegate)
 {
     watcher->setDelegate(listener);
     listener->whenTold = [this](const NSId&) {
@@ -173,7 +173,7 @@ TEST_F(OVKQueueTest, LogsAnExceptionOfTheDelegateAndGoesOn)
     EXPECT_EQ(log.take(), "Error in OVKQueue watcherThread: not now\n");
 }
 
-TEST_F(OVKQueueTest, LogsThatADelegateDoesNotAnswerAndGoesOn)
+TEST_F(OVKQueueTest, DeliberatelySendsToADelegateThatDoesNotAnswer)
 {
     const auto deaf = NSMake<NSObject>();
     watcher->setDelegate(deaf);
@@ -281,6 +281,11 @@ TEST(OVKQueueSharedTest, IsOneForTheProcess)
     ASSERT_TRUE(first);
     EXPECT_TRUE(first == OVKQueue::sharedFileWatcher());
     EXPECT_EQ(gOVKQueueSharedQueueSingleton, first.get());
+}
+
+TEST(OVKQueueSharedTest, DeliberatelyGivesASubclassAnOVKQueue)
+{
+    const auto first = OVKQueue::sharedFileWatcher();
     class Subclass : public OVKQueue { };
     EXPECT_TRUE(Subclass::sharedFileWatcher() == first);
     EXPECT_EQ(first->isa().name(), "OVKQueue");

@@ -61,7 +61,7 @@ TEST_F(WatchLoopTest, GivesEverythingBackWhenItStops)
     EXPECT_EQ(log.take(), "");
 }
 
-TEST_F(WatchLoopTest, LogsWhatCannotBeGivenBack)
+TEST_F(WatchLoopTest, DeliberatelyLogsInTheWordsOfTheWatcherWhatCannotBeGivenBack)
 {
     loop.add("/a", kVnodeWrite);
     control->removeError = EBADF;
@@ -127,7 +127,7 @@ TEST_F(WatchLoopTest, LogsAFailureToRemove)
     EXPECT_EQ(loop.paths()->count(), 0U);
 }
 
-TEST_F(WatchLoopTest, RemovesAllWithoutLogging)
+TEST_F(WatchLoopTest, DeliberatelyRemovesAllWithoutLogging)
 {
     loop.add("/a", kVnodeWrite);
     loop.add("/b", kVnodeWrite);

@@ -48,7 +48,7 @@ TEST_F(NSStringSearchingTest, FindsCharactersOfASet)
     EXPECT_EQ(mText->rangeOfCharacterFromSet(nullptr), kNowhere);
 }
 
-TEST_F(NSStringSearchingTest, IgnoringCaseHasNoEffectOnASet)
+TEST_F(NSStringSearchingTest, DeliberatelyIgnoringCaseHasNoEffectOnASet)
 {
     auto lower = NSCharacterSet::lowercaseLetterCharacterSet();
     EXPECT_EQ(

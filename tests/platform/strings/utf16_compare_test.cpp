@@ -83,7 +83,7 @@ TEST(CompareTest, NumbersBehindMarksAreStillNumbers)
     EXPECT_EQ(compareUtf16(u"01\u0301", u"1\u0301", rulesOf(64)), 0);
 }
 
-TEST(CompareTest, ValueOfDigitsWraps)
+TEST(CompareTest, DeliberatelyTheValueOfDigitsWraps)
 {
     EXPECT_EQ(compareUtf16(u"18446744073709551616", u"0", rulesOf(64)), 0);
 }
