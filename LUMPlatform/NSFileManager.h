@@ -58,8 +58,8 @@ public:
     /// Selector: enumeratorAtPath:
     NSRef<NSDirectoryEnumerator> enumeratorAtPath(const NSRef<NSString>& path) const;
 
-    /// What the file system knows about the item, of a symbolic link itself: see NSFileAttributes.h for the
-    /// keys. Null with an error when nothing is there.
+    /// What the file system knows about the item, of a symbolic link itself; slashes at the end do not count.
+    /// See NSFileAttributes.h for the keys. Null with an error when nothing is there.
     /// Selector: attributesOfItemAtPath:error:
     NSRef<NSDictionary> attributesOfItemAtPath(
         const NSRef<NSString>& path, NSRef<NSError>* error = nullptr) const;

@@ -9,13 +9,20 @@
 #include "platform/files/system_path.h"
 #include "platform/values/errno_status.h"
 
-#include <cerrno>
+#include <algorithm>
 #include <fcntl.h>
 
 namespace {
 
 using platform::systemPath;
 using platform::TreeSystem;
+
+/// A slash at its end would have the system follow a link.
+std::string itemPath(const NSRef<NSString>& path)
+{
+    const std::string bytes = systemPath(path);
+    return bytes.substr(0, std::max<std::size_t>(bytes.find_last_not_of('/') + 1, 1));
+}
 
 /// Whether `problem`, 0 or a negative errno, is none.
 bool succeeded(int problem, NSRef<NSError>* error)
@@ -36,7 +43,7 @@ NSRef<NSDictionary> NSFileManager::attributesOfItemAtPath(
     const NSRef<NSString>& path, NSRef<NSError>* error) const
 {
     TreeSystem::Details details;
-    if (!succeeded(TreeSystem::real().details(AT_FDCWD, systemPath(path), details), error))
+    if (!succeeded(TreeSystem::real().details(AT_FDCWD, itemPath(path), details), error))
         return nullptr;
     return platform::attributesOf(details);
 }

@@ -132,6 +132,8 @@ TEST_F(NSFileManagerItemsTest, TellsWhatThingsAre)
     close(endpoint);
     EXPECT_EQ(typeOf(path("a")), "NSFileTypeRegular");
     EXPECT_EQ(typeOf(path("link")), "NSFileTypeSymbolicLink");
+    EXPECT_EQ(typeOf(path("link/")), "NSFileTypeSymbolicLink");
+    EXPECT_EQ(typeOf("/"), "NSFileTypeDirectory");
     EXPECT_EQ(typeOf(path("pipe")), "NSFileTypeUnknown");
     EXPECT_EQ(typeOf(path("socket")), "NSFileTypeSocket");
     EXPECT_EQ(typeOf(folder.string()), "NSFileTypeDirectory");
