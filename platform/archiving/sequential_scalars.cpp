@@ -9,11 +9,6 @@
 namespace platform {
 namespace {
 
-bool isRealType(char type)
-{
-    return type == 'f' || type == 'd';
-}
-
 /// Numbers without a sign are written as the signed ones of the same bits.
 template<typename Signed> Whole unsignedOf(SequentialReader& reader, std::int64_t value)
 {
@@ -24,42 +19,6 @@ template<typename Signed> Whole unsignedOf(SequentialReader& reader, std::int64_
     return { value };
 }
 
-template<typename T> NSArgument fitting(const Whole& whole)
-{
-    const bool fits = whole.isUnsigned64 ? std::in_range<T>(static_cast<std::uint64_t>(whole.bits))
-                                         : std::in_range<T>(whole.bits);
-    if (!fits)
-        throw NSException(NSRangeException, "an integer of the archive does not fit the type asked for");
-    return NSArgument::of(static_cast<T>(whole.bits));
-}
-
-NSArgument wholeAs(const Whole& whole, char asked)
-{
-    switch (asked) {
-    case 'c':
-        return fitting<std::int8_t>(whole);
-    case 'C':
-        return fitting<std::uint8_t>(whole);
-    case 's':
-        return fitting<std::int16_t>(whole);
-    case 'S':
-        return fitting<std::uint16_t>(whole);
-    case 'i':
-        return fitting<std::int32_t>(whole);
-    case 'I':
-        return fitting<std::uint32_t>(whole);
-    case 'Q':
-        return fitting<std::uint64_t>(whole);
-    default:
-        return fitting<std::int64_t>(whole);
-    }
-}
-
-}
-
-bool isWholeType(char type)
-{
-    return std::string_view("cCsSiIlLqQB").find(type) != std::string_view::npos;
 }
 
 Whole readWhole(SequentialReader& reader, char type)

@@ -1,19 +1,11 @@
 #pragma once
 
-#include "LUMPlatform/NSArgument.h"
 #include "platform/archiving/sequential_reader.h"
 #include "platform/archiving/sequential_writer.h"
+#include "platform/archiving/whole_number.h"
 
 namespace platform {
 
-/// A whole number of any width as it was read.
-struct Whole {
-    std::int64_t bits;
-    bool isUnsigned64 = false; ///< The bits are a number without a sign.
-};
-
-/// Whether a type code is one of a whole number, "B" for truth values included.
-bool isWholeType(char type);
 Whole readWhole(SequentialReader& reader, char type);
 
 /// A value that is no object, by its type code. A type that archives do not take raises

@@ -69,15 +69,22 @@ void appendNumber(std::string& bytes, const NSNumber& number)
         appendMarker(bytes, kInteger, 4);
         appendBigEndian(bytes, 0, 8);
         return appendBigEndian(bytes, number.unsignedLongLongValue(), 8);
-    default: {
-        const long long value = number.longLongValue();
-        const auto bits = static_cast<std::uint64_t>(value);
-        return appendInteger(bytes, bits, value < 0 ? 3 : sizeExponent(bits));
-    }
+    default:
+        return appendBinaryInteger(bytes, number.longLongValue());
     }
 }
 
-void appendString(std::string& bytes, std::u16string_view text)
+}
+
+void appendBinaryCount(std::string& bytes, Type type, std::uint64_t count)
+{
+    if (count < kLongCount)
+        return appendMarker(bytes, type, static_cast<unsigned>(count));
+    appendMarker(bytes, type, kLongCount);
+    appendInteger(bytes, count, sizeExponent(count));
+}
+
+void appendBinaryText(std::string& bytes, std::u16string_view text)
 {
     char16_t all = 0;
     for (char16_t unit : text)
@@ -98,28 +105,24 @@ void appendString(std::string& bytes, std::u16string_view text)
     }
 }
 
-void appendUid(std::string& bytes, std::uint32_t value)
+void appendBinaryInteger(std::string& bytes, std::int64_t value)
+{
+    const auto bits = static_cast<std::uint64_t>(value);
+    appendInteger(bytes, bits, value < 0 ? 3 : sizeExponent(bits));
+}
+
+void appendBinaryUid(std::string& bytes, std::uint32_t value)
 {
     const std::size_t size = std::size_t { 1 } << sizeExponent(value);
     appendMarker(bytes, kUid, static_cast<unsigned>(size - 1));
     appendBigEndian(bytes, value, size);
 }
 
-}
-
-void appendBinaryCount(std::string& bytes, Type type, std::uint64_t count)
-{
-    if (count < kLongCount)
-        return appendMarker(bytes, type, static_cast<unsigned>(count));
-    appendMarker(bytes, type, kLongCount);
-    appendInteger(bytes, count, sizeExponent(count));
-}
-
 void appendBinaryValue(std::string& bytes, const NSObject& value, PropertyListKind kind)
 {
     switch (kind) {
     case PropertyListKind::String:
-        return appendString(bytes, static_cast<const NSString&>(value).characters());
+        return appendBinaryText(bytes, static_cast<const NSString&>(value).characters());
     case PropertyListKind::Number:
         return appendNumber(bytes, static_cast<const NSNumber&>(value));
     case PropertyListKind::Date:
@@ -131,7 +134,7 @@ void appendBinaryValue(std::string& bytes, const NSObject& value, PropertyListKi
         return;
     }
     case PropertyListKind::Uid:
-        return appendUid(bytes, static_cast<const PropertyListUid&>(value).value());
+        return appendBinaryUid(bytes, static_cast<const PropertyListUid&>(value).value());
     default:
         return; // containers and what is no property list have no value
     }

@@ -1,6 +1,8 @@
 // Laws of archives over graphs of any shape.
 #include "LUMPlatform/NSArchiver.h"
 #include "LUMPlatform/NSException.h"
+#include "LUMPlatform/NSKeyedArchiver.h"
+#include "LUMPlatform/NSKeyedUnarchiver.h"
 #include "LUMPlatform/NSUnarchiver.h"
 #include "tests/fixture.h"
 #include "tests/platform/archiving/graph.h"
@@ -29,6 +31,28 @@ RC_GTEST_FIXTURE_PROP(ArchiveLaws, ASequentialArchiveWithAnyByteChangedIsReadOrR
     data->mutableBytes()[place % data->length()] = std::byte(value);
     try {
         (void)NSUnarchiver::unarchiveObjectWithData(data);
+    } catch (const NSException&) {
+    }
+}
+
+RC_GTEST_FIXTURE_PROP(
+    ArchiveLaws, AKeyedArchiveOfWhatWasReadIsTheSameArchive, (const std::vector<std::uint8_t>& bytes))
+{
+    const NSId graph = GraphOfBytes(bytes).object();
+    auto data = NSKeyedArchiver::archivedDataWithRootObject(graph);
+    const NSId read = NSKeyedUnarchiver::unarchiveObjectWithData(data);
+    RC_ASSERT(&read->isa() == &graph->isa());
+    RC_ASSERT(NSKeyedArchiver::archivedDataWithRootObject(read)->isEqualToData(data));
+}
+
+RC_GTEST_FIXTURE_PROP(ArchiveLaws, AKeyedArchiveWithAnyByteChangedIsReadOrRaises,
+    (const std::vector<std::uint8_t>& bytes, std::size_t place, std::uint8_t value))
+{
+    auto data = NSMutableData::dataWithData(
+        NSKeyedArchiver::archivedDataWithRootObject(GraphOfBytes(bytes).object()));
+    data->mutableBytes()[place % data->length()] = std::byte(value);
+    try {
+        (void)NSKeyedUnarchiver::unarchiveObjectWithData(data);
     } catch (const NSException&) {
     }
 }

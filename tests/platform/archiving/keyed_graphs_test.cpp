@@ -1,0 +1,185 @@
+// Graphs that lead back into themselves, are very deep, or claim to be very large.
+#include "LUMPlatform/NSKeyedArchiver.h"
+#include "LUMPlatform/NSKeyedUnarchiver.h"
+#include "LUMPlatform/NSSet.h"
+#include "tests/fixture.h"
+#include "tests/platform/archiving/archive_list.h"
+#include "tests/platform/archiving/node.h"
+#include "tests/raised_by.h"
+
+namespace {
+
+constexpr const char* kUnarchive = "NSInvalidUnarchiveOperationException";
+
+class KeyedGraphsTest : public ObjectTest {
+protected:
+    static NSId again(const NSId& root)
+    {
+        return NSKeyedUnarchiver::unarchiveObjectWithData(NSKeyedArchiver::archivedDataWithRootObject(root));
+    }
+};
+
+TEST_F(KeyedGraphsTest, ComeBackWhenTheyLeadIntoThemselves)
+{
+    auto node = Node::named("a");
+    auto list = NSMutableArray::of(node, node);
+    node->next = list;
+    auto read = NSCast<NSMutableArray>(again(list));
+    node->next = nullptr;
+    ASSERT_EQ(read->count(), 2u);
+    EXPECT_EQ(read->objectAtIndex(0), read->objectAtIndex(1));
+    EXPECT_EQ(read->objectAtIndex<Node>(0)->next, read);
+    read->removeAllObjects();
+}
+
+TEST_F(KeyedGraphsTest, ComeBackWhenImmutableCollectionsLeadIntoThemselves)
+{
+    auto inner = NSMutableArray::array();
+    auto outer = NSArray::of(inner, NSDictionary::of({ { "inner", inner } }));
+    inner->addObject(outer);
+    auto read = NSCast<NSArray>(again(outer));
+    inner->removeAllObjects();
+    auto readInner = read->objectAtIndex<NSMutableArray>(0);
+    EXPECT_EQ(readInner->objectAtIndex(0), read);
+    EXPECT_EQ(read->objectAtIndex<NSDictionary>(1)->objectForKey("inner"), readInner);
+    readInner->removeAllObjects();
+}
+
+/// Reads what it leads to as a whole, to see that it is there.
+class Counter : public NSObject, public NSCoding {
+public:
+    static const NSClass& classObject()
+    {
+        static const NSClass& type = NSClass::define("Counter", &NSObject::classObject(), {});
+        return type;
+    }
+    static NSRef<Counter> initWithCoder(NSCoder& coder)
+    {
+        auto counter = NSMake<Counter>();
+        counter->list = coder.decodeObjectForKey<NSArray>("list");
+        counter->seen = counter->list->count();
+        return counter;
+    }
+    void encodeWithCoder(NSCoder& coder) const override { coder.encodeObjectForKey(list, "list"); }
+
+    NSRef<NSArray> list;
+    NSUInteger seen = 0;
+};
+
+TEST_F(KeyedGraphsTest, ShowAnObjectItsCollectionsWhole)
+{
+    NSCoding::registerClass<Counter>();
+    auto list = NSArray::of(1, 2, 3);
+    auto counter = NSMake<Counter>();
+    counter->list = list;
+    for (const NSId& root : { NSId(NSArray::of(counter, list)), NSId(NSArray::of(list, counter)) }) {
+        auto read = NSCast<NSArray>(again(root));
+        for (const NSId& element : read)
+            if (auto found = NSCast<Counter>(element)) {
+                EXPECT_EQ(found->seen, 3u);
+            }
+    }
+}
+
+TEST_F(KeyedGraphsTest, RaiseForAnObjectNeededBeforeItIsMade)
+{
+    NSCoding::registerClass<Counter>();
+    auto list = NSMutableArray::array();
+    auto counter = NSMake<Counter>();
+    counter->list = list;
+    list->addObject(counter);
+    auto data = NSKeyedArchiver::archivedDataWithRootObject(counter);
+    list->removeAllObjects();
+    EXPECT_EQ(nameRaisedBy([&] { return NSKeyedUnarchiver::unarchiveObjectWithData(data); }), kUnarchive);
+}
+
+TEST_F(KeyedGraphsTest, ComeBackFromAnyDepthOfCollections)
+{
+    constexpr int kLevels = 200'000;
+    NSId deep = NSArray::array();
+    for (int level = 0; level < kLevels; ++level)
+        deep = level % 3 == 0 ? NSId(NSArray::of(deep))
+            : level % 3 == 1  ? NSId(NSDictionary::of({ { "a", deep } }))
+                              : NSId(NSMutableArray::of(deep));
+    NSId read = again(deep);
+    int levels = 0;
+    while (true) {
+        if (auto array = NSCast<NSArray>(read))
+            read = array->lastObject();
+        else
+            read = NSCast<NSDictionary>(read)->objectForKey("a");
+        if (!read)
+            break;
+        ++levels;
+    }
+    EXPECT_EQ(levels, kLevels);
+}
+
+TEST_F(KeyedGraphsTest, RaiseWhenClassesEncodeThemselvesTooDeep)
+{
+    auto chain = Node::named("last");
+    for (int level = 1; level < 1000; ++level)
+        chain = Node::named("a", chain);
+    EXPECT_TRUE(again(chain)) << "as deep as it may be";
+    chain = Node::named("a", chain);
+    EXPECT_EQ(raisedBy([&] { return NSKeyedArchiver::archivedDataWithRootObject(chain); }),
+        "NSInvalidArgumentException: objects are nested too deep to be archived");
+}
+
+/// An archive of a chain of nodes, each in the next one's slot.
+NSRef<NSData> chainOfSlots(std::uint32_t length, const char* key)
+{
+    std::vector<NSId> slots { classRecord("Node") };
+    for (std::uint32_t at = 0; at < length; ++at)
+        slots.push_back(slotObject(1, key, uid(at + 3)));
+    slots.push_back("end");
+    return archiveOfSlots(NSArray::arrayWithObjects(std::move(slots)), uid(2));
+}
+
+TEST_F(KeyedGraphsTest, RaiseWhenClassesDecodeThemselvesTooDeep)
+{
+    NSCoding::registerClass<Node>();
+    EXPECT_EQ(nameRaisedBy(
+                  [&] { return NSKeyedUnarchiver::unarchiveObjectWithData(chainOfSlots(100'000, "next")); }),
+        kUnarchive);
+}
+
+TEST_F(KeyedGraphsTest, RaiseForTextsThatLeadToTextsWithoutEnd)
+{
+    std::vector<NSId> slots { classRecord("NSMutableString") };
+    for (std::uint32_t at = 0; at < 100'000; ++at)
+        slots.push_back(slotObject(1, "NS.string", uid(at + 3)));
+    auto data = archiveOfSlots(NSArray::arrayWithObjects(std::move(slots)), uid(2));
+    EXPECT_EQ(nameRaisedBy([&] { return NSKeyedUnarchiver::unarchiveObjectWithData(data); }), kUnarchive);
+}
+
+TEST_F(KeyedGraphsTest, TakeNoMoreThanTheirBytesHowOftenASlotIsNamed)
+{
+    // Each of ten arrays holds the next one a hundred times: one object a level, not a hundred to the tenth.
+    std::vector<NSId> slots { classRecord("NSArray") };
+    for (std::uint32_t at = 0; at < 10; ++at) {
+        const std::vector<NSId> hundred(100, uid(at + 3));
+        slots.push_back(slotObject(1, "NS.objects", NSArray::arrayWithObjects(hundred)));
+    }
+    slots.push_back("end");
+    auto read = NSCast<NSArray>(NSKeyedUnarchiver::unarchiveObjectWithData(
+        archiveOfSlots(NSArray::arrayWithObjects(std::move(slots)), uid(2))));
+    ASSERT_EQ(read->count(), 100u);
+    EXPECT_EQ(read->objectAtIndex(0), read->objectAtIndex(99));
+}
+
+TEST_F(KeyedGraphsTest, HoldSetsOfWhatLeadsBackToThem)
+{
+    auto node = Node::named("a");
+    auto set = NSMutableSet::set();
+    set->addObject(node);
+    node->next = set;
+    auto read = NSCast<NSSet>(again(set));
+    node->next = nullptr;
+    auto readNode = NSCast<Node>(read->allObjects()->lastObject());
+    ASSERT_TRUE(readNode);
+    EXPECT_EQ(readNode->next, read);
+    readNode->next = nullptr;
+}
+
+}
