@@ -17,7 +17,7 @@ public:
 
     /// The next object; null once there is none, and from then on. Selector: nextObject
     virtual NSId nextObject() = 0;
-    NSRef<NSArray> allObjects(); ///< Those not handed out yet; uses them up. Selector: allObjects
+    virtual NSRef<NSArray> allObjects(); ///< Those not handed out yet; uses them up. Selector: allObjects
 
     /// A loop takes the objects not handed out yet; there is one pass.
     class Iterator {
