@@ -75,6 +75,10 @@ NS_EXPORT OSStatus FSRefMakePath(const FSRef& ref, std::string& path);
 /// hard links are the same object. Two references that name nothing are the same. No system call.
 NS_EXPORT OSStatus FSCompareFSRefs(const FSRef& a, const FSRef& b);
 
+/// An order of objects that stays while they exist, for those that have no better one: negative, 0 or
+/// positive. A reference that names nothing comes first.
+NS_EXPORT int FSOrderFSRefs(const FSRef& a, const FSRef& b);
+
 /// Replaces a reference to a symbolic link, the alias file of this system, by one to its target; every other
 /// stays as it is. -43 when the link dangles, -1043 when it leads to itself; `ref` is untouched then.
 ///

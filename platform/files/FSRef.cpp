@@ -4,6 +4,8 @@
 #include "platform/files/reference_path.h"
 #include "platform/values/errno_status.h"
 
+#include <tuple>
+
 namespace {
 
 using platform::kStatusNotFound;
@@ -69,6 +71,19 @@ OSStatus FSCompareFSRefs(const FSRef& a, const FSRef& b)
     if (a.node()->inode() == b.node()->inode() && isSame(a.node()->identity(), b.node()->identity()))
         return 0;
     return a.node()->volume() == b.node()->volume() ? kStatusOtherObject : kStatusOtherVolume;
+}
+
+int FSOrderFSRefs(const FSRef& a, const FSRef& b)
+{
+    if (FSCompareFSRefs(a, b) == 0)
+        return 0;
+    if (!a || !b)
+        return a ? 1 : -1;
+    const auto key = [](const FSRef& ref) {
+        const platform::FileIdentity identity = ref.node()->identity();
+        return std::tuple(identity.volume, identity.inode, identity.born, ref.node());
+    };
+    return key(a) < key(b) ? -1 : 1;
 }
 
 OSStatus FSResolveAliasFile(FSRef& ref, bool resolveChain, bool* targetIsFolder, bool* wasAliased)

@@ -96,6 +96,21 @@ TEST_F(FSRefTest, TellsObjectsAndVolumesApart)
     EXPECT_EQ(FSCompareFSRefs(refTo(at("f")), refTo("/proc/self")), -1303);
 }
 
+TEST_F(FSRefTest, ObjectsHaveAnOrderThatStays)
+{
+    const FSRef a = refTo(file("a"));
+    const FSRef b = refTo(file("b"));
+    const int order = FSOrderFSRefs(a, b);
+    EXPECT_NE(order, 0);
+    EXPECT_EQ(FSOrderFSRefs(b, a), -order);
+    EXPECT_EQ(FSOrderFSRefs(a, refTo(at("a"))), 0);
+    EXPECT_LT(FSOrderFSRefs(FSRef(), a), 0);
+    EXPECT_GT(FSOrderFSRefs(a, FSRef()), 0);
+    remove("a");
+    remove("b");
+    EXPECT_EQ(FSOrderFSRefs(a, b), order);
+}
+
 TEST_F(FSRefTest, HardLinksAreOneObjectUnderTheirOwnPaths)
 {
     const FSRef first = refTo(file("first"));
