@@ -1,0 +1,95 @@
+#include "tests/fileref/fileref_fixture.h"
+
+#include "tests/platform/files/faulty_node_system.h"
+
+#include <cerrno>
+
+namespace {
+
+class LUMFileRefChildrenTest : public FileRefTest {
+protected:
+    NSRef<NSError> mError;
+};
+
+TEST_F(LUMFileRefChildrenTest, AreTheVisibleEntries)
+{
+    file("f");
+    file(".hidden");
+    folder("a");
+    file("a/below");
+    EXPECT_EQ(names(here()->childrenError(&mError)), "a f ");
+    EXPECT_FALSE(mError);
+}
+
+TEST_F(LUMFileRefChildrenTest, OfAFolderOfHiddenOnesAreNoneWithoutAnError)
+{
+    file(".a");
+    file(".b");
+    const auto children = here()->childrenError(&mError);
+    ASSERT_TRUE(children);
+    EXPECT_EQ(children->count(), 0u);
+    EXPECT_FALSE(mError);
+}
+
+TEST_F(LUMFileRefChildrenTest, OfAFileAreNullWithoutAnError)
+{
+    file("f");
+    EXPECT_FALSE(handle("f")->childrenError(&mError));
+    EXPECT_FALSE(mError);
+}
+
+TEST_F(LUMFileRefChildrenTest, FollowLinksOrStandForThoseThatDangle)
+{
+    folder("a");
+    file("f");
+    link("a/alias", at("f"));
+    link("a/dangling", "missing");
+    EXPECT_EQ(names(handle("a")->childrenError()), "dangling f ");
+}
+
+TEST_F(LUMFileRefChildrenTest, AreHiddenByTheNameOfWhatTheyLeadTo)
+{
+    folder("a");
+    file(".hidden");
+    file("visible");
+    link("a/link", at(".hidden"));
+    link("a/.link", at("visible"));
+    EXPECT_EQ(names(handle("a")->childrenError()), "visible ");
+}
+
+TEST_F(LUMFileRefChildrenTest, AreEqualToHandlesByPath)
+{
+    file("f");
+    const auto child = here()->childrenError()->objectAtIndex<LUMFileRef>(0);
+    EXPECT_TRUE(child->isEqual(handle("f")));
+    EXPECT_EQ(child->hash(), handle("f")->hash());
+    rename("f", "g");
+    EXPECT_EQ(pathOf(child), at("g"));
+}
+
+TEST_F(LUMFileRefChildrenTest, ThatCannotBeReadAreNoneWithTheError)
+{
+    file("f");
+    const auto folder = here();
+    FaultyNodeSystem system;
+    system.fail(FaultyNodeSystem::OpenFolder, EACCES);
+    const auto children = folder->childrenError(&mError);
+    ASSERT_TRUE(children);
+    EXPECT_EQ(children->count(), 0u);
+    EXPECT_EQ(codeOf(mError), -5000);
+}
+
+TEST_F(LUMFileRefChildrenTest, ThatBreakOffAreThoseBeforeWithTheError)
+{
+    for (int i = 0; i < 5; ++i)
+        file(std::to_string(i));
+    const auto folder = here();
+    FaultyNodeSystem system;
+    system.fail(FaultyNodeSystem::List, EIO, 1);
+    const auto children = folder->childrenError(&mError);
+    EXPECT_EQ(children->count(), 5u);
+    EXPECT_EQ(codeOf(mError), -36);
+    EXPECT_EQ(folder->childrenError()->count(), 0u);
+}
+
+}
