@@ -2,7 +2,6 @@
 
 #include <clocale>
 #include <cstdlib>
-#include <filesystem>
 
 namespace {
 
@@ -30,19 +29,13 @@ GermanLocale::~GermanLocale()
 {
     std::locale::global(mOldLocale);
     std::setlocale(LC_ALL, mOldCLocale.c_str());
-    if (!mFolder.empty()) {
+    if (mFolder)
         unsetenv("LOCPATH");
-        std::error_code ignored;
-        std::filesystem::remove_all(mFolder, ignored);
-    }
 }
 
 bool GermanLocale::makeLocale()
 {
-    std::string folder = (std::filesystem::temp_directory_path() / "german-locale-XXXXXX").string();
-    if (!mkdtemp(folder.data()))
-        return false;
-    mFolder = folder;
+    const std::string folder = mFolder.emplace().path();
     std::string command = "localedef -c -i '" LUM_TEST_DATA "/german_locale.txt' -f UTF-8 ";
     command += "'" + folder + "/" + kOwn + "' >/dev/null 2>&1";
     // It warns, and says so by its status; only setlocale can tell whether the locale is usable.

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "tests/temporary_folder.h"
+
 #include <locale>
+#include <optional>
 #include <string>
 
 /// Puts the process under German rules for its lifetime: a decimal comma and grouping by full stops.
@@ -20,7 +23,7 @@ public:
 private:
     bool makeLocale();
 
-    std::string mFolder; // of the locale that localedef made
+    std::optional<TemporaryFolder> mFolder; // of the locale that localedef made
     std::string mOldCLocale;
     std::locale mOldLocale;
     bool mCLocaleIsGerman;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "tests/temporary_folder.h"
 #include "tests/watching/change_names.h"
-#include "tests/watching/temporary_folder.h"
 #include "watching/kernel_queue.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
+#include "tests/temporary_folder.h"
 #include "tests/watching/change_names.h"
-#include "tests/watching/temporary_folder.h"
 #include "watching/kernel_queue.h"
 
 #include <atomic>

@@ -8,9 +8,9 @@
 #include "LUMPlatform/NSString.h"
 #include "LUMPlatform/NSThread.h"
 #include "tests/fixture.h"
+#include "tests/temporary_folder.h"
 #include "tests/watching/fake_kernel_queue.h"
 #include "tests/watching/log_recorder.h"
-#include "tests/watching/temporary_folder.h"
 
 #include <functional>
 #include <mutex>

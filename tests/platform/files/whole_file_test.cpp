@@ -5,6 +5,7 @@
 #include "LUMPlatform/NSString.h"
 #include "tests/fixture.h"
 #include "tests/platform/files/faulty_file_system.h"
+#include "tests/temporary_folder.h"
 
 #include <cerrno>
 #include <filesystem>
@@ -24,15 +25,8 @@ std::span<const std::byte> bytesOf(std::string_view text)
 
 class WholeFileTest : public ObjectTest {
 protected:
-    WholeFileTest()
-    {
-        std::string made = (fs::temp_directory_path() / "whole-file-XXXXXX").string();
-        mFolder = mkdtemp(made.data());
-    }
-    ~WholeFileTest() override { fs::remove_all(mFolder); }
-
-    std::string path(const std::string& name) const { return (mFolder / name).string(); }
-    void put(const std::string& name, const std::string& text) const { std::ofstream(path(name)) << text; }
+    std::string path(const std::string& name) const { return mFolder / name; }
+    void put(const std::string& name, const std::string& text) const { writeFile(path(name), text); }
     std::string get(const std::string& name) const
     {
         std::ostringstream text;
@@ -42,10 +36,10 @@ protected:
     std::size_t entries() const
     {
         return static_cast<std::size_t>(
-            std::distance(fs::directory_iterator(mFolder), fs::directory_iterator()));
+            std::distance(fs::directory_iterator(mFolder.path()), fs::directory_iterator()));
     }
 
-    fs::path mFolder;
+    TemporaryFolder mFolder;
 };
 
 TEST_F(WholeFileTest, WritesAndReadsBack)
@@ -77,7 +71,7 @@ TEST_F(WholeFileTest, TellsWhatIsWrong)
     NSRef<NSError> error;
     EXPECT_FALSE(NSData::data()->writeToFile(path("none/f"), true, &error));
     EXPECT_EQ(error->code(), -43);
-    EXPECT_FALSE(NSData::data()->writeToFile(mFolder.string(), true));
+    EXPECT_FALSE(NSData::data()->writeToFile(mFolder.path().string(), true));
 }
 
 TEST_F(WholeFileTest, KeepsPermissionsOfWhatItReplaces)

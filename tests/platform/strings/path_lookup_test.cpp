@@ -1,8 +1,8 @@
 #include "platform/strings/path_lookup.h"
 
+#include "tests/temporary_folder.h"
+
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <pwd.h>
 #include <unistd.h>
@@ -17,21 +17,14 @@ class PathLookupTest : public testing::Test {
 protected:
     PathLookupTest()
     {
-        std::string folder = (fs::temp_directory_path() / "path-lookup-XXXXXX").string();
-        if (mkdtemp(folder.data()))
-            mFolder = fs::canonical(folder);
         if (const char* home = std::getenv("HOME"))
             mHome = home;
     }
-    ~PathLookupTest() override
-    {
-        setenv("HOME", mHome.c_str(), 1);
-        fs::remove_all(mFolder);
-    }
+    ~PathLookupTest() override { setenv("HOME", mHome.c_str(), 1); }
 
-    std::u16string inFolder(const char* path) const { return (mFolder / path).u16string(); }
+    std::u16string inFolder(const char* path) const { return fs::path(mFolder / path).u16string(); }
 
-    fs::path mFolder;
+    TemporaryFolder mFolder;
     std::string mHome;
 };
 

@@ -8,14 +8,12 @@
 #include <string_view>
 #include <sys/stat.h>
 
-namespace lum {
-
 /// A new folder of a test's own, removed with all it holds at the end. Symbolic links above it are resolved.
 class TemporaryFolder {
 public:
     explicit TemporaryFolder(const std::filesystem::path& parent = std::filesystem::temp_directory_path())
     {
-        std::string name = std::filesystem::canonical(parent) / "lum-watching-XXXXXX";
+        std::string name = std::filesystem::canonical(parent) / "lum-test-XXXXXX";
         if (!mkdtemp(name.data()))
             throw std::runtime_error("no temporary folder");
         mPath = name;
@@ -44,6 +42,4 @@ inline void writeFile(const std::string& path, std::string_view text)
 inline void appendToFile(const std::string& path, std::string_view text)
 {
     std::ofstream(path, std::ios::app) << text;
-}
-
 }
