@@ -28,6 +28,8 @@
 #include "LUMFoundation/LUMPlistable.h"
 #include "LUMFoundation/LUMRateReporter.h"
 #include "LUMFoundation/LUMSerializedPlist.h"
+#include "LUMFoundation/LUMStringPathUtils.h"
 #include "LUMFoundation/OVFileWatcher.h"
 #include "LUMFoundation/OVKQueue.h"
 #include "LUMFoundation/OVMainThreadProxy.h"
+#include "LUMFoundation/PathAdditions.h"

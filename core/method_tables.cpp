@@ -1,10 +1,12 @@
 #include "core/method_tables.h"
 
 #include "LUMPlatform/NSArray.h"
+#include "LUMPlatform/NSBundle.h"
 #include "LUMPlatform/NSClass.h"
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSDictionary.h"
 #include "LUMPlatform/NSNotificationCenter.h"
+#include "LUMPlatform/NSString.h"
 
 namespace {
 
@@ -18,6 +20,8 @@ namespace {
     NSDictionary::classObject().extend(lum::dictionaryPlistableMethods());
     NSObject::classObject().extend(lum::mainThreadProxyMethods());
     NSNotificationCenter::classObject().extend(lum::notificationCenterMethods());
+    NSString::classObject().extend(lum::stringPathMethods());
+    NSBundle::classObject().extend(lum::pathAdditionMethods());
 
     const NSClass& array = NSArray::classObject();
     array.extend(lum::arrayMethods());

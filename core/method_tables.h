@@ -14,6 +14,8 @@ std::span<const NSMethod> arrayPlistableMethods();
 std::span<const NSMethod> serializedPlistMethods();
 std::span<const NSMethod> mainThreadProxyMethods();
 std::span<const NSMethod> notificationCenterMethods();
+std::span<const NSMethod> pathAdditionMethods();
+std::span<const NSMethod> stringPathMethods();
 
 std::span<const NSMethod> arrayMethods();
 std::span<const NSMethod> arrayPerformingMethods();
