@@ -4,27 +4,12 @@
 #include "LUMPlatform/NSSend.h"
 #include "LUMPlatform/NSString.h"
 #include "LUMPlatform/NSWorkspace.h"
+#include "tests/data_home.h"
 #include "tests/platform/files/tree_fixture.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-/// The desktop's library reads the variable once in the life of a process.
-class DataHome : public testing::Environment {
-public:
-    void SetUp() override
-    {
-        std::string name = fs::canonical(fs::temp_directory_path()) / "lum-data-XXXXXX";
-        folder = mkdtemp(name.data());
-        setenv("XDG_DATA_HOME", folder.c_str(), 1);
-    }
-    void TearDown() override { fs::remove_all(folder); }
-
-    static inline fs::path folder;
-};
-
-[[maybe_unused]] const auto* const dataHome = testing::AddGlobalTestEnvironment(new DataHome);
 
 class NSWorkspaceRecyclingTest : public TreeTest {
 protected:
