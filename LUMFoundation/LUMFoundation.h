@@ -14,6 +14,8 @@
 #include "LUMFoundation/LUMDurationFormatter.h"
 #include "LUMFoundation/LUMError.h"
 #include "LUMFoundation/LUMExport.h"
+#include "LUMFoundation/LUMFileManager.h"
+#include "LUMFoundation/LUMFileManager_Safe.h"
 #include "LUMFoundation/LUMFileRef.h"
 #include "LUMFoundation/LUMFileRefEnumerator.h"
 #include "LUMFoundation/LUMFileRefSubclass.h"

@@ -5,6 +5,7 @@
 #include "LUMPlatform/NSClass.h"
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSDictionary.h"
+#include "LUMPlatform/NSFileManager.h"
 #include "LUMPlatform/NSNotificationCenter.h"
 #include "LUMPlatform/NSString.h"
 
@@ -20,6 +21,8 @@ namespace {
     NSDictionary::classObject().extend(lum::dictionaryPlistableMethods());
     NSObject::classObject().extend(lum::mainThreadProxyMethods());
     NSNotificationCenter::classObject().extend(lum::notificationCenterMethods());
+    NSFileManager::classObject().extend(lum::fileManagerMethods());
+    NSFileManager::classObject().extend(lum::fileManagerFolderMethods());
     NSString::classObject().extend(lum::stringPathMethods());
     NSBundle::classObject().extend(lum::pathAdditionMethods());
 

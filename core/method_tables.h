@@ -12,6 +12,8 @@ std::span<const NSMethod> objectPlistableMethods();
 std::span<const NSMethod> dictionaryPlistableMethods();
 std::span<const NSMethod> arrayPlistableMethods();
 std::span<const NSMethod> serializedPlistMethods();
+std::span<const NSMethod> fileManagerFolderMethods();
+std::span<const NSMethod> fileManagerMethods();
 std::span<const NSMethod> mainThreadProxyMethods();
 std::span<const NSMethod> notificationCenterMethods();
 std::span<const NSMethod> pathAdditionMethods();

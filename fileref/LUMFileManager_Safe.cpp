@@ -1,0 +1,81 @@
+#include "LUMFoundation/LUMFileManager_Safe.h"
+
+#include "LUMFoundation/LUMFileRef.h"
+#include "LUMPlatform/NSArray.h"
+#include "LUMPlatform/NSFileManager.h"
+#include "LUMPlatform/NSWorkspace.h"
+#include "core/status_error.h"
+
+namespace {
+
+constexpr OSStatus kNotFound = -43;
+constexpr OSStatus kExists = -48;
+constexpr OSStatus kBadName = -37;
+constexpr OSStatus kFailed = -36;
+
+using Change = bool (NSFileManager::*)(const NSRef<NSString>&, const NSRef<NSString>&, NSRef<NSError>*) const;
+
+bool isName(const NSRef<NSString>& name)
+{
+    const auto units = name ? name->characters() : std::u16string_view();
+    return !units.empty() && units != u"." && units != u".." && units.find(u'/') == std::u16string_view::npos
+        && units.find(u'\0') == std::u16string_view::npos;
+}
+
+/// Copies or moves, and answers a handle on what has come into the folder, on a link itself.
+NSRef<LUMFileRef> broughtInto(Change change, const NSRef<LUMFileRef>& fileRef,
+    const NSRef<LUMFileRef>& directory, const NSRef<NSString>& name, NSRef<NSError>* error)
+{
+    if (!isName(name))
+        return lum::fail(error, kBadName);
+    const auto from = fileRef ? fileRef->path() : nullptr;
+    const auto folder = directory ? directory->path() : nullptr;
+    if (!from || !folder)
+        return lum::fail(error, kNotFound);
+    const auto to = folder->stringByAppendingPathComponent(name);
+    const auto manager = NSFileManager::defaultManager();
+    if (!((*manager).*change)(from, to, error))
+        return nullptr;
+    return LUMFileRef::fileRefWithPathResolveAlias(to, false, error);
+}
+
+}
+
+NSRef<LUMFileRef> LUMFileManager_Safe::duplicateFileRef(const NSRef<LUMFileRef>& fileRef,
+    const NSRef<LUMFileRef>& directory, const NSRef<NSString>& name, NSRef<NSError>* error)
+{
+    return broughtInto(&NSFileManager::copyItemAtPath, fileRef, directory, name, error);
+}
+
+NSRef<LUMFileRef> LUMFileManager_Safe::moveFileRef(const NSRef<LUMFileRef>& fileRef,
+    const NSRef<LUMFileRef>& directory, const NSRef<NSString>& name, NSRef<NSError>* error)
+{
+    return broughtInto(&NSFileManager::moveItemAtPath, fileRef, directory, name, error);
+}
+
+bool LUMFileManager_Safe::trashItemAtPath(const NSRef<NSString>& path, NSRef<NSError>* error)
+{
+    if (!NSFileManager::defaultManager()->attributesOfItemAtPath(path, error))
+        return false;
+    const auto above = path->stringByDeletingLastPathComponent();
+    const bool isGone = NSWorkspace::sharedWorkspace()->performFileOperation(NSWorkspaceRecycleOperation,
+        above->length() > 0 ? above : NSRef<NSString>("."), "", NSArray::of(path->lastPathComponent()));
+    return isGone || lum::fail(error, kFailed);
+}
+
+NSRef<LUMFileRef> LUMFileManager_Safe::makeDirectoryAtPath(const NSRef<NSString>& path, NSRef<NSError>* error)
+{
+    NSRef<NSError> problem;
+    const auto expanded = path ? path->stringByExpandingTildeInPath() : nullptr;
+    const bool isMade =
+        NSFileManager::defaultManager()->createDirectoryAtPath(expanded, false, nullptr, &problem);
+    if (!isMade && problem->code() != kExists) {
+        if (error)
+            *error = problem;
+        return nullptr;
+    }
+    const auto folder = LUMFileRef::fileRefWithPath(expanded, error);
+    if (folder && !folder->isDirectory())
+        return lum::fail(error, kExists);
+    return folder;
+}
