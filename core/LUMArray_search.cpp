@@ -1,6 +1,6 @@
 #include "LUMFoundation/LUMArray.h"
 #include "LUMPlatform/NSArray.h"
-#include "core/CompareObjectsWithSelector.h"
+#include "core/compare_objects.h"
 #include "core/extension_operation.h"
 #include "core/method_tables.h"
 

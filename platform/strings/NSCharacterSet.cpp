@@ -2,8 +2,8 @@
 
 #include "LUMPlatform/NSClass.h"
 #include "platform/objects/live_objects.h"
-#include "platform/strings/NSString_internal.h"
 #include "platform/strings/character_set.h"
+#include "platform/strings/string_arguments.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "LUMPlatform/NSMutableString.h"
 
 #include "LUMPlatform/NSClass.h"
-#include "platform/strings/NSString_internal.h"
+#include "platform/strings/string_arguments.h"
 #include "platform/strings/utf16_search.h"
 
 namespace {

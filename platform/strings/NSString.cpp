@@ -3,7 +3,7 @@
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSMutableString.h"
-#include "platform/strings/NSString_internal.h"
+#include "platform/strings/string_arguments.h"
 #include "platform/strings/text_format.h"
 #include "platform/strings/utf16_compare.h"
 #include "platform/strings/utf_conversion.h"

@@ -1,6 +1,6 @@
 #include "LUMPlatform/NSData.h"
-#include "platform/strings/NSString_internal.h"
 #include "platform/strings/code_points.h"
+#include "platform/strings/string_arguments.h"
 #include "platform/strings/text_encoding.h"
 #include "platform/strings/utf_conversion.h"
 

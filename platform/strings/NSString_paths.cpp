@@ -1,8 +1,8 @@
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSException.h"
-#include "platform/strings/NSString_internal.h"
 #include "platform/strings/path_lookup.h"
 #include "platform/strings/path_text.h"
+#include "platform/strings/string_arguments.h"
 
 using platform::charactersOf;
 

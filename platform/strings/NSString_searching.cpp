@@ -1,8 +1,8 @@
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSCharacterSet.h"
-#include "platform/strings/NSString_internal.h"
 #include "platform/strings/character_set.h"
 #include "platform/strings/number_scan.h"
+#include "platform/strings/string_arguments.h"
 #include "platform/strings/utf16_search.h"
 
 #include <functional>

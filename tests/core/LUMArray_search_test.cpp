@@ -4,7 +4,7 @@
 #include "LUMPlatform/NSNumber.h"
 #include "LUMPlatform/NSSend.h"
 #include "LUMPlatform/NSString.h"
-#include "core/CompareObjectsWithSelector.h"
+#include "core/compare_objects.h"
 #include "tests/fixture.h"
 #include "tests/raised_by.h"
 

@@ -1,7 +1,7 @@
 #include "LUMFoundation/LUMOSVersion.h"
 
 #include "core/kernel_release.h"
-#include "core/system_version.h"
+#include "core/minor_version_cache.h"
 
 #include <gtest/gtest.h>
 #include <ostream>

@@ -1,4 +1,4 @@
-#include "core/CompareObjectsWithSelector.h"
+#include "core/compare_objects.h"
 
 #include "LUMPlatform/NSSend.h"
 
