@@ -5,6 +5,7 @@
 #include "data/base32.h"
 #include "data/cobs.h"
 #include "data/crc32.h"
+#include "data/data_of_buffer.h"
 #include "data/deflate_stream.h"
 #include "data/digest.h"
 
@@ -18,15 +19,6 @@ using lum::Framing;
 
 constexpr NSRange kNotFound { NSNotFound, 0 };
 constexpr std::size_t kTokenSize = sizeof(void*);
-
-/// Hands the block over, so that nothing is copied.
-NSRef<NSData> dataOf(std::optional<lum::ByteBuffer> bytes)
-{
-    if (!bytes)
-        return nullptr;
-    const std::size_t size = bytes->size();
-    return NSData::dataWithBytesNoCopy(bytes->leak(), size);
-}
 
 NSRange nullTerminated(const NSRef<NSData>& data, std::int32_t start)
 {
@@ -50,22 +42,22 @@ NSRef<NSString> base32(const NSRef<NSData>& data)
 // Deliberate: empty data is given back as it is, the very object, by this and by the next three.
 NSRef<NSData> stuffed(const NSRef<NSData>& data)
 {
-    return data->length() > 0 ? dataOf(lum::encodeCOBS(data->bytes())) : data;
+    return data->length() > 0 ? lum::dataOfBuffer(lum::encodeCOBS(data->bytes())) : data;
 }
 
 NSRef<NSData> unstuffed(const NSRef<NSData>& data)
 {
-    return data->length() > 0 ? dataOf(lum::decodeCOBS(data->bytes())) : data;
+    return data->length() > 0 ? lum::dataOfBuffer(lum::decodeCOBS(data->bytes())) : data;
 }
 
 template<Framing framing> NSRef<NSData> inflated(const NSRef<NSData>& data)
 {
-    return data->length() > 0 ? dataOf(lum::inflateBytes(data->bytes(), framing)) : data;
+    return data->length() > 0 ? lum::dataOfBuffer(lum::inflateBytes(data->bytes(), framing)) : data;
 }
 
 template<Framing framing> NSRef<NSData> deflated(const NSRef<NSData>& data)
 {
-    return data->length() > 0 ? dataOf(lum::deflateBytes(data->bytes(), framing)) : data;
+    return data->length() > 0 ? lum::dataOfBuffer(lum::deflateBytes(data->bytes(), framing)) : data;
 }
 
 std::uint32_t checksum(const NSRef<NSData>& data)
@@ -157,7 +149,7 @@ NSRef<NSData> LUMData_Compression::dataWithBase32String(const NSRef<NSString>& t
         std::memset(bytes->data() + size, 0, kTokenSize - size);
     else
         return nullptr;
-    return dataOf(std::move(bytes));
+    return lum::dataOfBuffer(std::move(bytes));
 }
 
 NSRef<NSData> LUMData_Compression::encodeCOBS(const NSRef<NSData>& data)

@@ -6,6 +6,7 @@
 #include "platform/strings/percent_escape.h"
 #include "platform/strings/utf16_compare.h"
 #include "platform/strings/utf16_search.h"
+#include "tests/platform/strings/plain_compare.h"
 
 #include <cstdint>
 #include <cstring>
@@ -15,24 +16,13 @@ using namespace platform;
 
 namespace {
 
-int plainOrder(std::u16string_view a, std::u16string_view b, Equivalence equivalence)
-{
-    ComparisonStream left(a, 0, equivalence);
-    ComparisonStream right(b, 0, equivalence);
-    while (left.current() == right.current() && left.current() != ComparisonStream::kEnd) {
-        left.advance();
-        right.advance();
-    }
-    return (left.current() > right.current()) - (left.current() < right.current());
-}
-
 void order(std::u16string_view a, std::u16string_view b, ComparisonRules rules)
 {
     int forwards = compareUtf16(a, b, rules);
     require(forwards == -compareUtf16(b, a, rules));
     require(compareUtf16(a, a, rules) == 0);
     if (!rules.numeric)
-        require(forwards == plainOrder(a, b, rules.equivalence));
+        require(forwards == plainCompare(a, b, rules.equivalence));
     if (a == b)
         require(forwards == 0);
 }

@@ -2,25 +2,33 @@
 
 namespace lum {
 
-class InotifyQueueFolderTest : public InotifyQueueTest { };
+class InotifyQueueFolderTest : public InotifyQueueTest {
+protected:
+    /// Watches /top/sub, which leans on /top: 1 is the watch of that, and 2 its own.
+    Token addSubfolder()
+    {
+        system.make("/top", FakeInotify::kFolder);
+        system.make("/top/sub", FakeInotify::kFolder);
+        return add("/top/sub");
+    }
+    void removeSubfolder()
+    {
+        system.files.erase("/top/sub");
+        system.send(1, inotify::kDelete | inotify::kIsFolder, "sub");
+    }
+};
 
 TEST_F(InotifyQueueFolderTest, LeansOnTheFolderAboveForTheRemovalOfAFolderInUse)
 {
-    system.make("/top", FakeInotify::kFolder);
-    system.make("/top/sub", FakeInotify::kFolder);
-    add("/top/sub");
-    system.files.erase("/top/sub");
-    system.send(1, inotify::kDelete | inotify::kIsFolder, "sub");
+    addSubfolder();
+    removeSubfolder();
     EXPECT_EQ(wait(), "1:DELETE");
 }
 
 TEST_F(InotifyQueueFolderTest, ReportsARemovedFolderOnceWhenBothTellOfIt)
 {
-    system.make("/top", FakeInotify::kFolder);
-    system.make("/top/sub", FakeInotify::kFolder);
-    add("/top/sub");
-    system.files.erase("/top/sub");
-    system.send(1, inotify::kDelete | inotify::kIsFolder, "sub");
+    addSubfolder();
+    removeSubfolder();
     EXPECT_EQ(wait(), "1:DELETE");
     system.send(2, inotify::kDeleteSelf);
     system.send(2, inotify::kIgnored);
@@ -29,21 +37,16 @@ TEST_F(InotifyQueueFolderTest, ReportsARemovedFolderOnceWhenBothTellOfIt)
 
 TEST_F(InotifyQueueFolderTest, TakesTheRemovalOfAnotherNameForNothing)
 {
-    system.make("/top", FakeInotify::kFolder);
-    system.make("/top/sub", FakeInotify::kFolder);
-    add("/top/sub");
+    addSubfolder();
     system.send(1, inotify::kDelete | inotify::kIsFolder, "other");
     EXPECT_EQ(wait(), "");
 }
 
 TEST_F(InotifyQueueFolderTest, ReportsTheFolderAboveItselfWhenThatIsWatchedToo)
 {
-    system.make("/top", FakeInotify::kFolder);
-    system.make("/top/sub", FakeInotify::kFolder);
-    add("/top/sub");
+    addSubfolder();
     add("/top");
-    system.files.erase("/top/sub");
-    system.send(1, inotify::kDelete | inotify::kIsFolder, "sub");
+    removeSubfolder();
     EXPECT_EQ(wait(), "2:WRITE LINK 1:DELETE");
 }
 
@@ -66,9 +69,7 @@ TEST_F(InotifyQueueFolderTest, KeepsTheFolderAboveWhileAnythingLeansOnIt)
 
 TEST_F(InotifyQueueFolderTest, GivesTheFolderAboveUpWithTheFolder)
 {
-    system.make("/top", FakeInotify::kFolder);
-    system.make("/top/sub", FakeInotify::kFolder);
-    add("/top/sub");
+    addSubfolder();
     system.take();
     system.send(2, inotify::kDeleteSelf);
     system.send(2, inotify::kIgnored);

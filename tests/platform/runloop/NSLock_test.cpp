@@ -14,18 +14,7 @@ template<typename Call> void onAnotherThread(Call call)
     std::thread(call).join();
 }
 
-bool isFree(const NSRef<NSLock>& lock)
-{
-    bool taken = false;
-    onAnotherThread([&] {
-        taken = lock->tryLock();
-        if (taken)
-            lock->unlock();
-    });
-    return taken;
-}
-
-bool isFree(const NSRef<NSRecursiveLock>& lock)
+template<typename Lock> bool isFree(const NSRef<Lock>& lock)
 {
     bool taken = false;
     onAnotherThread([&] {
@@ -53,22 +42,69 @@ template<typename Lock> int sumUnder(const NSRef<Lock>& lock)
     return sum;
 }
 
+/// What both kinds of lock do.
+template<typename Lock> struct LocksTest : ObjectTest {
+    NSRef<Lock> lock = NSMake<Lock>();
+};
+
+struct LockNames {
+    template<typename Lock> static std::string GetName(int)
+    {
+        return std::is_same_v<Lock, NSLock> ? "NSLock" : "NSRecursiveLock";
+    }
+};
+using Locks = testing::Types<NSLock, NSRecursiveLock>;
+TYPED_TEST_SUITE(LocksTest, Locks, LockNames);
+
+TYPED_TEST(LocksTest, KeepOtherThreadsOut)
+{
+    this->lock->lock();
+    EXPECT_FALSE(isFree(this->lock));
+    this->lock->unlock();
+    EXPECT_TRUE(isFree(this->lock));
+}
+
+TYPED_TEST(LocksTest, LetOneThreadInAtATime)
+{
+    EXPECT_EQ(sumUnder(this->lock), 4000);
+}
+
+TYPED_TEST(LocksTest, RaiseWhenAFreeLockIsGivenBack)
+{
+    EXPECT_THROW(this->lock->unlock(), NSException);
+    this->lock->lock();
+    this->lock->unlock();
+    EXPECT_THROW(this->lock->unlock(), NSException);
+    EXPECT_TRUE(isFree(this->lock));
+}
+
+TYPED_TEST(LocksTest, RaiseWhenAnotherThreadGivesThemBack)
+{
+    this->lock->lock();
+    onAnotherThread([this] { EXPECT_THROW(this->lock->unlock(), NSException); });
+    EXPECT_FALSE(isFree(this->lock));
+    this->lock->unlock();
+}
+
+TYPED_TEST(LocksTest, AreTakenByMessages)
+{
+    NSSend(this->lock, NSSelector("lock"));
+    EXPECT_FALSE(isFree(this->lock));
+    NSSend(this->lock, NSSelector("unlock"));
+    EXPECT_TRUE(isFree(this->lock));
+    EXPECT_TRUE(NSSend<bool>(this->lock, NSSelector("tryLock")));
+    EXPECT_FALSE(isFree(this->lock));
+    this->lock->unlock();
+}
+
+TYPED_TEST(LocksTest, ConformToLocking)
+{
+    EXPECT_TRUE(NSCast<NSLocking>(NSId(this->lock)));
+}
+
 struct NSLockTest : ObjectTest {
     NSRef<NSLock> lock = NSMake<NSLock>();
 };
-
-TEST_F(NSLockTest, KeepsOtherThreadsOut)
-{
-    lock->lock();
-    EXPECT_FALSE(isFree(lock));
-    lock->unlock();
-    EXPECT_TRUE(isFree(lock));
-}
-
-TEST_F(NSLockTest, LetsOneThreadInAtATime)
-{
-    EXPECT_EQ(sumUnder(lock), 4000);
-}
 
 TEST_F(NSLockTest, RaisesWhenItsHolderTakesItAgain)
 {
@@ -86,37 +122,6 @@ TEST_F(NSLockTest, IsNotTakenAgainByTryLock)
     EXPECT_TRUE(isFree(lock));
 }
 
-TEST_F(NSLockTest, RaisesWhenAFreeLockIsGivenBack)
-{
-    EXPECT_THROW(lock->unlock(), NSException);
-    lock->lock();
-    lock->unlock();
-    EXPECT_THROW(lock->unlock(), NSException);
-    EXPECT_TRUE(isFree(lock));
-}
-
-TEST_F(NSLockTest, RaisesWhenAnotherThreadGivesItBack)
-{
-    lock->lock();
-    onAnotherThread([&] { EXPECT_THROW(lock->unlock(), NSException); });
-    EXPECT_FALSE(isFree(lock));
-    lock->unlock();
-}
-
-TEST_F(NSLockTest, IsLockedByMessages)
-{
-    NSSend(lock, NSSelector("lock"));
-    EXPECT_FALSE(NSSend<bool>(lock, NSSelector("tryLock")));
-    NSSend(lock, NSSelector("unlock"));
-    EXPECT_TRUE(isFree(lock));
-}
-
-TEST_F(NSLockTest, ConformsToLocking)
-{
-    EXPECT_TRUE(NSCast<NSLocking>(NSId(lock)));
-    EXPECT_TRUE(NSCast<NSLocking>(NSId(NSMake<NSRecursiveLock>())));
-}
-
 struct NSRecursiveLockTest : ObjectTest {
     NSRef<NSRecursiveLock> lock = NSMake<NSRecursiveLock>();
 };
@@ -129,27 +134,6 @@ TEST_F(NSRecursiveLockTest, IsFreeOnceGivenBackAsOftenAsTaken)
     EXPECT_FALSE(isFree(lock));
     lock->unlock();
     EXPECT_TRUE(isFree(lock));
-}
-
-TEST_F(NSRecursiveLockTest, LetsOneThreadInAtATime)
-{
-    EXPECT_EQ(sumUnder(lock), 4000);
-}
-
-TEST_F(NSRecursiveLockTest, RaisesWhenGivenBackTooOften)
-{
-    lock->lock();
-    lock->unlock();
-    EXPECT_THROW(lock->unlock(), NSException);
-    EXPECT_TRUE(isFree(lock));
-}
-
-TEST_F(NSRecursiveLockTest, RaisesWhenAnotherThreadGivesItBack)
-{
-    lock->lock();
-    onAnotherThread([&] { EXPECT_THROW(lock->unlock(), NSException); });
-    EXPECT_FALSE(isFree(lock));
-    lock->unlock();
 }
 
 }
