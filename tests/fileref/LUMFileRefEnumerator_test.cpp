@@ -55,7 +55,7 @@ TEST_F(LUMFileRefEnumeratorTest, HandsOutEachVisibleChildOnce)
 }
 
 // Deliberate: the hidden entry in hand at the end of the folder is handed out.
-TEST_F(LUMFileRefEnumeratorTest, DeliberateTheLastHiddenEntryIsHandedOutOnceAtTheEnd)
+TEST_F(LUMFileRefEnumeratorTest, DeliberatelyTheLastHiddenEntryIsHandedOutOnceAtTheEnd)
 {
     file("a");
     file(".b");
@@ -96,7 +96,7 @@ TEST_F(LUMFileRefEnumeratorTest, FollowsLinksOrHandsOutThoseThatDangle)
 }
 
 // Deliberate: not only those that are left.
-TEST_F(LUMFileRefEnumeratorTest, DeliberateAllObjectsAreAllVisibleChildrenAtAnyTime)
+TEST_F(LUMFileRefEnumeratorTest, DeliberatelyAllObjectsAreAllVisibleChildrenAtAnyTime)
 {
     for (const std::string name : { "a", "b", "c", ".d" })
         file(name);

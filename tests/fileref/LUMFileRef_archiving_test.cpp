@@ -116,7 +116,7 @@ TEST_F(LUMFileRefArchivingTest, ARecordThatIsNoneIsPassedOver)
 }
 
 // Deliberate: the URL decides only whether the reference URL is looked at once more.
-TEST_F(LUMFileRefArchivingTest, DeliberateAUrlWithoutRecordAndReferenceGivesAHandleOnNothing)
+TEST_F(LUMFileRefArchivingTest, DeliberatelyAUrlWithoutRecordAndReferenceGivesAHandleOnNothing)
 {
     file("f");
     const auto coder = archived(handle("f"));

@@ -47,7 +47,7 @@ TEST_F(LUMFileRefChildrenTest, FollowLinksOrStandForThoseThatDangle)
     EXPECT_EQ(names(handle("a")->childrenError()), "dangling f ");
 }
 
-TEST_F(LUMFileRefChildrenTest, AreHiddenByTheNameOfWhatTheyLeadTo)
+TEST_F(LUMFileRefChildrenTest, DeliberatelyAreHiddenByTheNameOfWhatTheyLeadTo)
 {
     folder("a");
     file(".hidden");

@@ -120,7 +120,7 @@ TEST_F(LUMFileRefMakersTest, AFileUrlGivesAHandleOnItsPath)
 }
 
 // Deliberate: callers test the error, not the result.
-TEST_F(LUMFileRefMakersTest, DeliberateAUrlThatIsNoFileUrlGivesCode4AndAHandleOnNothing)
+TEST_F(LUMFileRefMakersTest, DeliberatelyAUrlThatIsNoFileUrlGivesCode4AndAHandleOnNothing)
 {
     const auto fileRef = LUMFileRef::initWithURL(NSURL::URLWithString("http://example.org/f"), &mError);
     EXPECT_TRUE(fileRef);

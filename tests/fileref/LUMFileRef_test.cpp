@@ -86,7 +86,7 @@ TEST_F(LUMFileRefTest, NothingElseIsEqualToAHandle)
 }
 
 // Deliberate: the hash stays while an object is renamed or moved on its volume.
-TEST_F(LUMFileRefTest, DeliberateHashesOfTwoFilesOnOneVolumeAreEqual)
+TEST_F(LUMFileRefTest, DeliberatelyHashesOfTwoFilesOnOneVolumeAreEqual)
 {
     file("a");
     folder("b");
@@ -170,7 +170,7 @@ TEST_F(LUMFileRefTest, AFolderIsADirectoryAndSoIsALinkToOne)
 }
 
 // Deliberate: letters are compared, not components.
-TEST_F(LUMFileRefTest, DeliberateDescentIsATestOfTheLettersOfThePath)
+TEST_F(LUMFileRefTest, DeliberatelyDescentIsATestOfTheLettersOfThePath)
 {
     folder("a/b");
     folder("a/bc");
