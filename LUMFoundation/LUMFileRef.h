@@ -221,15 +221,6 @@ protected:
 private:
     template<typename Self, typename Base> friend class LUMFileRefSubclass;
 
-    /// What leads back to an object from an archive.
-    struct Traces {
-        NSRef<NSData> record;
-        NSRef<NSString> path;
-        NSRef<NSURL> url;
-        NSRef<NSURL> reference;
-    };
-    Traces traces() const;
-    bool setUpWithTraces(const Traces& traces);
     NSLock& madeLock() const;
 
     bool mWasAliased = false;

@@ -12,7 +12,8 @@
 ///     };
 ///     NSRef<Take> take = Take::fileRefWithPath("/Takes/Take 1.aif");
 ///
-/// `Base` is LUMFileRef or a class derived from it. Each operation does what LUMFileRef's of its name does.
+/// To be archived or copied it is registered: NSCoding::registerClass<Take>(). `Base` is LUMFileRef or a
+/// class derived from it. Each operation does what LUMFileRef's of its name does.
 template<typename Self, typename Base = LUMFileRef> class LUMFileRefSubclass : public Base {
 public:
     static NSRef<Self> fileRefWithPath(const NSRef<NSString>& path, NSRef<NSError>* error = nullptr)

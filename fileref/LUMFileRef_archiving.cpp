@@ -4,6 +4,8 @@
 #include "LUMPlatform/FSAlias.h"
 #include "LUMPlatform/NSCoder.h"
 #include "LUMPlatform/NSData.h"
+#include "LUMPlatform/NSKeyedArchiver.h"
+#include "LUMPlatform/NSKeyedUnarchiver.h"
 #include "LUMPlatform/NSURL.h"
 #include "core/status_error.h"
 #include "fileref/alias_data.h"
@@ -29,52 +31,35 @@ NSRef<NSData> lum::aliasDataOf(const FSRef& ref)
     return FSNewAlias(ref, record) == 0 ? record : nullptr;
 }
 
-LUMFileRef::Traces LUMFileRef::traces() const
-{
-    Traces traces;
-    traces.record = lum::aliasDataOf(mFileRef);
-    traces.path = path();
-    if (const auto url = NSURL::fileURLWithPath(traces.path)) {
-        traces.url = url->filePathURL();
-        traces.reference = url->fileReferenceURL();
-    }
-    return traces;
-}
-
-bool LUMFileRef::setUpWithTraces(const Traces& traces)
-{
-    if (traces.record && setUpWithAliasData(traces.record, nullptr))
-        return true;
-    if (traces.reference && setUpWithURL(traces.reference, nullptr))
-        return true;
-    // Deliberate: it is the reference once more that is looked at, not the URL. Without one the handle names
-    // nothing, and the path is not reached.
-    if (traces.url && setUpWithURL(traces.reference, nullptr))
-        return true;
-    return traces.path && setUpWithPath(traces.path, true, nullptr);
-}
-
 void LUMFileRef::encodeWithCoder(NSCoder& coder) const
 {
-    const Traces traces = this->traces();
-    if (traces.record)
-        coder.encodeObjectForKey(traces.record, kAliasDataKey);
-    if (traces.path)
-        coder.encodeObjectForKey(traces.path, kPathKey);
-    if (traces.url)
-        coder.encodeObjectForKey(traces.url, kUrlKey);
-    if (traces.reference)
-        coder.encodeObjectForKey(traces.reference, kReferenceUrlKey);
+    if (const auto record = lum::aliasDataOf(mFileRef))
+        coder.encodeObjectForKey(record, kAliasDataKey);
+    const auto path = this->path();
+    if (!path)
+        return;
+    const auto url = NSURL::fileURLWithPath(path);
+    coder.encodeObjectForKey(path, kPathKey);
+    coder.encodeObjectForKey(url->filePathURL(), kUrlKey);
+    if (const auto reference = url->fileReferenceURL())
+        coder.encodeObjectForKey(reference, kReferenceUrlKey);
 }
 
 bool LUMFileRef::setUpWithCoder(NSCoder& coder)
 {
-    Traces traces;
-    traces.record = coder.decodeObjectForKey<NSData>(kAliasDataKey);
-    traces.path = coder.decodeObjectForKey<NSString>(kPathKey);
-    traces.url = coder.decodeObjectForKey<NSURL>(kUrlKey);
-    traces.reference = coder.decodeObjectForKey<NSURL>(kReferenceUrlKey);
-    return setUpWithTraces(traces);
+    const auto record = coder.decodeObjectForKey<NSData>(kAliasDataKey);
+    const auto path = coder.decodeObjectForKey<NSString>(kPathKey);
+    const auto url = coder.decodeObjectForKey<NSURL>(kUrlKey);
+    const auto reference = coder.decodeObjectForKey<NSURL>(kReferenceUrlKey);
+    if (record && setUpWithAliasData(record, nullptr))
+        return true;
+    if (reference && setUpWithURL(reference, nullptr))
+        return true;
+    // Deliberate: it is the reference once more that is looked at, not the URL. Without one the handle names
+    // nothing, and the path is not reached.
+    if (url && setUpWithURL(reference, nullptr))
+        return true;
+    return path && setUpWithPath(path, true, nullptr);
 }
 
 bool LUMFileRef::setUpWithAliasData(const NSRef<NSData>& data, NSRef<NSError>* error)
@@ -89,6 +74,6 @@ bool LUMFileRef::setUpWithAliasData(const NSRef<NSData>& data, NSRef<NSError>* e
 
 NSId LUMFileRef::copy() const
 {
-    auto copy = NSMake<LUMFileRef>();
-    return copy->setUpWithTraces(traces()) ? copy : nullptr;
+    const NSId self = NSShare(const_cast<LUMFileRef*>(this));
+    return NSKeyedUnarchiver::unarchiveObjectWithData(NSKeyedArchiver::archivedDataWithRootObject(self));
 }

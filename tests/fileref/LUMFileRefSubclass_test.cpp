@@ -1,6 +1,8 @@
 #include "LUMFoundation/LUMFileRefSubclass.h"
 
-#include "LUMPlatform/NSData.h"
+#include "LUMPlatform/NSException.h"
+#include "LUMPlatform/NSKeyedArchiver.h"
+#include "LUMPlatform/NSKeyedUnarchiver.h"
 #include "tests/fileref/fileref_fixture.h"
 
 namespace {
@@ -69,6 +71,18 @@ TEST_F(LUMFileRefSubclassTest, FailsAsTheClassItselfDoes)
     const NSRef<Take> nothing = Take::fileRefWithURL(nullptr, &error);
     EXPECT_TRUE(nothing);
     EXPECT_EQ(codeOf(error), 4);
+}
+
+TEST_F(LUMFileRefSubclassTest, CopiesAndArchivesMakeItsOwnOnceItIsRegistered)
+{
+    file("f");
+    const NSRef<StereoTake> unregistered = StereoTake::fileRefWithPath(at("f"));
+    EXPECT_THROW((void)unregistered->copy(), NSException);
+    NSCoding::registerClass<Take>();
+    const NSRef<Take> take = Take::fileRefWithPath(at("f"));
+    EXPECT_TRUE(take->isEqual(take->copy()));
+    const auto data = NSKeyedArchiver::archivedDataWithRootObject(take);
+    EXPECT_TRUE(take->isEqual(NSKeyedUnarchiver::unarchiveObjectWithData(data)));
 }
 
 TEST_F(LUMFileRefSubclassTest, AnObjectOfAnotherClassIsNotEqual)

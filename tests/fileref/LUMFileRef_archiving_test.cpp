@@ -2,6 +2,9 @@
 #include "LUMFoundation/LUMFileRefSubclass.h"
 
 #include "LUMPlatform/NSCoder.h"
+#include "LUMPlatform/NSException.h"
+#include "LUMPlatform/NSKeyedArchiver.h"
+#include "LUMPlatform/NSKeyedUnarchiver.h"
 #include "LUMPlatform/NSString.h"
 #include "tests/fileref/fileref_fixture.h"
 
@@ -126,6 +129,26 @@ TEST_F(LUMFileRefArchivingTest, DeliberatelyAUrlWithoutRecordAndReferenceGivesAH
     ASSERT_TRUE(fileRef);
     EXPECT_FALSE(*fileRef->fsRef());
     EXPECT_EQ(pathOf(fileRef), "(null)");
+}
+
+TEST_F(LUMFileRefArchivingTest, AKeyedArchiveBringsBackEachHandleOfAList)
+{
+    file("f");
+    folder("a");
+    const auto f = handle("f");
+    const auto data = NSKeyedArchiver::archivedDataWithRootObject(NSArray::of(f, handle("a"), f));
+    rename("f", "a/f");
+    rename("a", "b");
+    const auto again = NSCast<NSArray>(NSKeyedUnarchiver::unarchiveObjectWithData(data));
+    EXPECT_EQ(names(again), "b f f ");
+    EXPECT_EQ(again->objectAtIndex(0), again->objectAtIndex(2)) << "one object, written once";
+}
+
+TEST_F(LUMFileRefArchivingTest, AnArchiveOfOtherValuesUnderItsKeysRaises)
+{
+    auto coder = NSMake<KeepingCoder>();
+    coder->values["LUMFILEREF_ALIASDATA_KEY"] = "text";
+    EXPECT_THROW((void)LUMFileRef::initWithCoder(*coder), NSException);
 }
 
 TEST_F(LUMFileRefArchivingTest, ACopyIsAHandleOfItsOwnOnTheSameObject)
