@@ -6,7 +6,23 @@
 #include "core/status_error.h"
 #include "fileref/file_statuses.h"
 
+#include <optional>
+
 using lum::fail;
+
+namespace {
+
+/// Nothing for a text with half a surrogate pair, which must not name a file with a replacement character.
+std::optional<std::string> systemPath(const NSRef<NSString>& path)
+{
+    std::string bytes = path->utf8();
+    if (bytes.find("\xEF\xBF\xBD") != std::string::npos
+        && !path->canBeConvertedToEncoding(NSUTF8StringEncoding))
+        return std::nullopt;
+    return bytes;
+}
+
+}
 
 LUMFileRef::LUMFileRef() = default;
 
@@ -36,11 +52,10 @@ bool LUMFileRef::setUpWithPath(const NSRef<NSString>& path, bool resolveAlias, N
         *error = nullptr;
     if (!path)
         return fail(error, lum::kStatusBadParameter);
-    const auto expanded = path->stringByExpandingTildeInPath();
     FSRef ref;
-    // Half a surrogate pair has no bytes, and must not name a file with a replacement character.
-    if (!expanded->canBeConvertedToEncoding(NSUTF8StringEncoding)
-        || FSPathMakeRef(expanded->utf8(), ref) != 0)
+    const bool hasTilde = path->characters().starts_with(u'~');
+    const auto bytes = systemPath(hasTilde ? path->stringByExpandingTildeInPath() : path);
+    if (!bytes || FSPathMakeRef(*bytes, ref) != 0)
         return fail(error, lum::kStatusNotFound);
     return setUpWithFSRef(ref, resolveAlias, error);
 }

@@ -68,7 +68,7 @@ OSStatus FSCompareFSRefs(const FSRef& a, const FSRef& b)
         return 0;
     if (!a || !b)
         return kStatusOtherObject;
-    if (a.node()->inode() == b.node()->inode() && isSame(a.node()->identity(), b.node()->identity()))
+    if (a.node()->isSameObject(*b.node()))
         return 0;
     return a.node()->volume() == b.node()->volume() ? kStatusOtherObject : kStatusOtherVolume;
 }

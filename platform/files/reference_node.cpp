@@ -14,6 +14,15 @@ ReferenceNode::~ReferenceNode()
     DescriptorPool::shared().forget(*this);
 }
 
+bool ReferenceNode::isSameObject(const ReferenceNode& other) const
+{
+    if (mIdentity.inode != other.mIdentity.inode)
+        return false;
+    const bool haveHandles =
+        mHasHandle.load(std::memory_order_acquire) && other.mHasHandle.load(std::memory_order_acquire);
+    return haveHandles ? isSame(mIdentity, other.mIdentity) : isSame(identity(), other.identity());
+}
+
 FileIdentity ReferenceNode::identity() const
 {
     if (mHasHandle.load(std::memory_order_acquire))

@@ -30,6 +30,7 @@ public:
     }
 
     FileIdentity identity() const;
+    bool isSameObject(const ReferenceNode& other) const;
     std::uint64_t inode() const { return mIdentity.inode; }
     std::uint64_t volume() const { return mIdentity.volume; }
     FileKind kind() const { return mIdentity.kind; }
