@@ -5,6 +5,7 @@
 #include "LUMPlatform/NSDictionary.h"
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSSet.h"
+#include "LUMPlatform/NSString.h"
 
 namespace platform {
 

@@ -38,7 +38,8 @@ NSRef<NSArray> namesOfClasses(KeyedArchive& archive, const KeyedArchive::Object&
 void KeyedClasses::setClass(const NSClass& type, const NSRef<NSString>& name)
 {
     mSubstitutes[name->utf8()] = &type;
-    mKnown.clear();
+    for (auto& [record, coding] : mKnown)
+        coding = nullptr;
 }
 
 const ClassCoding* KeyedClasses::codingNamed(const NSRef<NSString>& name) const
@@ -52,11 +53,14 @@ const ClassCoding* KeyedClasses::codingNamed(const NSRef<NSString>& name) const
 const ClassCoding& KeyedClasses::codingOfRecord(std::uint64_t record, KeyedArchive& archive,
     NSKeyedUnarchiver& unarchiver, const NSRef<NSKeyedUnarchiverDelegate>& delegate)
 {
-    const auto known = mKnown.find(record);
-    if (known != mKnown.end())
-        return *known->second;
+    const auto [place, isNew] = mKnown.emplace(record, nullptr);
+    const ClassCoding*& known = place->second;
+    if (known)
+        return *known;
 
     const auto object = archive.objects().object(record);
+    if (isNew)
+        archive.objects().claim(object);
     const auto nameNumber =
         object.type == binary::kDictionary ? archive.find(object, keyed::kClassNameKey) : std::nullopt;
     if (!nameNumber)
@@ -70,7 +74,7 @@ const ClassCoding& KeyedClasses::codingOfRecord(std::uint64_t record, KeyedArchi
     }
     if (!coding)
         throw PropertyListFault("the class \"" + name->utf8() + "\" of an object is not registered");
-    mKnown.emplace(record, coding);
+    known = coding;
     return *coding;
 }
 

@@ -23,7 +23,7 @@ private:
     const ClassCoding* codingNamed(const NSRef<NSString>& name) const;
 
     std::unordered_map<std::string, const NSClass*> mSubstitutes;
-    std::unordered_map<std::uint64_t, const ClassCoding*> mKnown;
+    std::unordered_map<std::uint64_t, const ClassCoding*> mKnown; // by record; null when asked anew
 };
 
 }
