@@ -2,6 +2,7 @@
 #include "LUMPlatform/NSKeyedArchiver.h"
 #include "LUMPlatform/NSKeyedUnarchiver.h"
 #include "LUMPlatform/NSSet.h"
+#include "platform/proplists/binary_objects.h"
 #include "tests/fixture.h"
 #include "tests/platform/archiving/archive_list.h"
 #include "tests/platform/archiving/node.h"
@@ -166,6 +167,45 @@ TEST_F(KeyedGraphsTest, TakeNoMoreThanTheirBytesHowOftenASlotIsNamed)
         archiveOfSlots(NSArray::arrayWithObjects(std::move(slots)), uid(2))));
     ASSERT_EQ(read->count(), 100u);
     EXPECT_EQ(read->objectAtIndex(0), read->objectAtIndex(99));
+}
+
+/// The number of the dictionary of so many entries.
+std::uint64_t dictionaryOf(std::uint64_t entries, const platform::BinaryObjects& objects)
+{
+    for (std::uint64_t number = 1; number < objects.count(); ++number) { // 0 is the frame
+        const auto object = objects.object(number);
+        if (object.type == platform::binary::kDictionary && object.count == entries)
+            return number;
+    }
+    return objects.count();
+}
+
+/// A record of a class with so many entries more.
+NSId paddedRecord(int entries)
+{
+    auto record = NSMutableDictionary::dictionaryWithDictionary(NSCast<NSDictionary>(classRecord("NSNull")));
+    for (int at = 0; at < entries; ++at)
+        record->setObject(1, NSString::stringWithFormat("%d", at));
+    return record->copy();
+}
+
+TEST_F(KeyedGraphsTest, RaiseForRecordsOfClassesThatShareTheirBytes)
+{
+    auto objectOfClass = [](std::uint32_t type) { return NSDictionary::of({ { "$class", uid(type) } }); };
+    auto data = NSMutableData::dataWithData(
+        archiveOfSlots(NSArray::of(slotObject(2, "NS.objects", NSArray::of(uid(3), uid(4), uid(5))),
+            classRecord("NSArray"), objectOfClass(6), objectOfClass(7), objectOfClass(8), paddedRecord(500),
+            paddedRecord(1), paddedRecord(2))));
+    EXPECT_EQ(nameRaisedBy([&] { return NSKeyedUnarchiver::unarchiveObjectWithData(data); }), "");
+
+    const platform::BinaryObjects objects(data->bytes(), {});
+    auto bytes = data->mutableBytes();
+    const std::size_t offsetSize = std::to_integer<std::size_t>(bytes[bytes.size() - 26]);
+    const std::size_t table = platform::binary::readInteger(bytes.data() + bytes.size() - 8, 8);
+    const std::size_t place = objects.object(dictionaryOf(502, objects)).begin;
+    for (std::uint64_t number : { dictionaryOf(3, objects), dictionaryOf(4, objects) })
+        platform::binary::writeInteger(bytes.data() + table + number * offsetSize, place, offsetSize);
+    EXPECT_EQ(nameRaisedBy([&] { return NSKeyedUnarchiver::unarchiveObjectWithData(data); }), kUnarchive);
 }
 
 TEST_F(KeyedGraphsTest, HoldSetsOfWhatLeadsBackToThem)
