@@ -3,6 +3,7 @@
 #include "LUMPlatform/NSString.h"
 #include "platform/files/file_reference_form.h"
 #include "tests/fixture.h"
+#include "tests/temporary_folder.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -23,22 +24,18 @@ public:
 
 class NSURLFilesTest : public ObjectTest {
 protected:
-    NSURLFilesTest()
-    {
-        std::string name = fs::canonical(fs::temp_directory_path()) / "lum-urls-XXXXXX";
-        folder = mkdtemp(name.data());
-        text = "file://" + folder.string();
-    }
-    ~NSURLFilesTest() override { fs::remove_all(folder); }
-
     static std::string urlOf(const std::string& path)
     {
         const auto url = NSURL::fileURLWithPath(path);
         return url ? url->absoluteString()->utf8() : "(null)";
     }
 
-    fs::path folder;
-    std::string text;
+private:
+    const TemporaryFolder mFolder;
+
+protected:
+    const fs::path folder = mFolder.path();
+    const std::string text = "file://" + folder.string();
 };
 
 TEST_F(NSURLFilesTest, EndsWithASlashForAFolderThatIsThere)

@@ -89,13 +89,12 @@ TEST_F(NSWorkspaceRecyclingTest, MovesWhatTheDesktopRefuses)
     // Files in memory, which the desktop calls internal to the system.
     if (!fs::is_directory("/dev/shm"))
         GTEST_SKIP() << "no volume in memory";
-    std::string name = "/dev/shm/lum-tree-XXXXXX";
-    const fs::path there = mkdtemp(name.data());
+    const TemporaryFolder memory("/dev/shm");
+    const fs::path& there = memory.path();
     std::ofstream(there / "in memory") << "text";
     EXPECT_TRUE(workspace->performFileOperation(
         NSWorkspaceRecycleOperation, there.string(), "", NSArray::of("in memory")));
     EXPECT_FALSE(fs::exists(there / "in memory"));
-    fs::remove_all(there);
     const fs::path trash = "/dev/shm/.Trash-" + std::to_string(geteuid());
     for (const char* part : { "files/in memory", "info/in memory.trashinfo", "files", "info", "." })
         std::remove((trash / part).lexically_normal().c_str());

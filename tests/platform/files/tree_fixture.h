@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/fixture.h"
+#include "tests/temporary_folder.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -16,18 +17,6 @@
 /// A folder of a test's own and what tests of trees do in it.
 class TreeTest : public ObjectTest {
 protected:
-    TreeTest()
-    {
-        std::string name =
-            std::filesystem::canonical(std::filesystem::temp_directory_path()) / "lum-tree-XXXXXX";
-        folder = mkdtemp(name.data());
-    }
-    ~TreeTest() override
-    {
-        std::error_code ignored;
-        std::filesystem::remove_all(folder, ignored);
-    }
-
     std::string path(const std::string& name) const { return folder / name; }
     void put(const std::string& name, const std::string& text = "content") const
     {
@@ -114,5 +103,9 @@ protected:
         return depth;
     }
 
-    std::filesystem::path folder;
+private:
+    const TemporaryFolder mFolder;
+
+protected:
+    const std::filesystem::path folder = mFolder.path();
 };
