@@ -1,6 +1,8 @@
 #include "platform/files/copy_content.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <limits>
 #include <memory>
 #include <sys/stat.h>
 
@@ -24,17 +26,20 @@ int writeAll(TreeSystem& system, int file, std::span<const std::byte> bytes)
     return 0;
 }
 
-int copyByBlocks(TreeSystem& system, int from, int to)
+int copyByBlocks(TreeSystem& system, int from, int to, std::uint64_t length)
 {
     const auto block = std::make_unique<std::byte[]>(kBlock);
-    for (;;) {
-        const ssize_t count = system.read(from, { block.get(), kBlock });
+    while (length > 0) {
+        const std::size_t wanted = std::min<std::uint64_t>(kBlock, length);
+        const ssize_t count = system.read(from, { block.get(), wanted });
         if (count <= 0)
             return static_cast<int>(count);
         if (const int problem = writeAll(system, to, { block.get(), static_cast<std::size_t>(count) });
             problem != 0)
             return problem;
+        length -= static_cast<std::uint64_t>(count);
     }
+    return 0;
 }
 
 /// What copyRange says where it cannot work, rather than that something is wrong.
@@ -42,6 +47,42 @@ bool isRefusal(ssize_t result)
 {
     return result == -EXDEV || result == -EINVAL || result == -ENOSYS || result == -EOPNOTSUPP
         || result == -EPERM || result == -EBADF || result == -ETXTBSY;
+}
+
+/// From where both files stand.
+int copySpan(TreeSystem& system, int from, int to, std::uint64_t length)
+{
+    while (length > 0) {
+        const ssize_t count = system.copyRange(from, to, std::min<std::uint64_t>(kRange, length));
+        if (isRefusal(count))
+            return copyByBlocks(system, from, to, length);
+        if (count <= 0)
+            return static_cast<int>(count);
+        length -= static_cast<std::uint64_t>(count);
+    }
+    return 0;
+}
+
+/// Leaves out what was never written; -EINVAL, before anything is copied, where the system cannot tell.
+int copyWithHoles(TreeSystem& system, int from, int to, std::uint64_t length)
+{
+    for (std::int64_t at = 0; at < static_cast<std::int64_t>(length);) {
+        const std::int64_t data = system.nextData(from, at);
+        if (data == -ENXIO)
+            break; // nothing but a hole is left
+        const std::int64_t hole = data < 0 ? data : system.nextHole(from, data);
+        if (hole < 0)
+            return static_cast<int>(hole);
+        int problem = system.moveTo(from, data);
+        if (problem == 0)
+            problem = system.moveTo(to, data);
+        if (problem == 0)
+            problem = copySpan(system, from, to, static_cast<std::uint64_t>(hole - data));
+        if (problem != 0)
+            return problem;
+        at = hole;
+    }
+    return system.setSize(to, length);
 }
 
 /// Nothing of the user's own is left out but where the file system can hold none of it.
@@ -71,20 +112,16 @@ int copyExtended(TreeSystem& system, int from, int to)
 
 }
 
-int copyContent(TreeSystem& system, int from, int to)
+int copyContent(TreeSystem& system, int from, const TreeSystem::Status& status, int to)
 {
-    bool isBegun = false;
-    for (;;) {
-        const ssize_t count = system.copyRange(from, to, kRange);
-        if (count > 0) {
-            isBegun = true;
-            continue;
-        }
-        // Files that the system makes up on reading seem empty to copyRange.
-        if (isRefusal(count) || (count == 0 && !isBegun))
-            return copyByBlocks(system, from, to);
-        return static_cast<int>(count);
+    if (status.size == 0) // as also files have that the system makes up on reading
+        return copyByBlocks(system, from, to, std::numeric_limits<std::uint64_t>::max());
+    if (status.allocated < status.size) {
+        const int problem = copyWithHoles(system, from, to, status.size);
+        if (problem != -EINVAL)
+            return problem;
     }
+    return copySpan(system, from, to, status.size);
 }
 
 int copyAttributes(TreeSystem& system, int from, const TreeSystem::Status& status, int to)

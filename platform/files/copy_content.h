@@ -4,8 +4,11 @@
 
 namespace platform {
 
-/// Copies what is in one open file to another, empty one; 0 or a negative errno.
-int copyContent(TreeSystem& system, int from, int to);
+/// Copies what is in one open file, whose status is `status`, to another, empty one; 0 or a negative errno.
+///
+/// It ends at the size that the status tells, however fast somebody appends. Holes stay holes where the
+/// system can tell them.
+int copyContent(TreeSystem& system, int from, const TreeSystem::Status& status, int to);
 
 /// Gives the open file or folder `to` the permissions, times, extended attributes and, where the system lets
 /// it be set, the owner of `from`, whose status is `status`; 0 or a negative errno.

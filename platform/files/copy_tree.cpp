@@ -109,7 +109,7 @@ private:
         OpenFile<TreeSystem> to(mSystem, mSystem.createFile(mTo.folder(), newName));
         if (to.get() < 0)
             return to.get();
-        int problem = copyContent(mSystem, from.get(), to.get());
+        int problem = copyContent(mSystem, from.get(), status, to.get());
         if (problem == 0)
             problem = copyAttributes(mSystem, from.get(), status, to.get());
         if (problem == 0)

@@ -32,6 +32,7 @@ public:
         gid_t group = 0;
         nlink_t links = 0;
         std::uint64_t size = 0;
+        std::uint64_t allocated = 0; ///< How many bytes have a place on the disk; fewer when there are holes.
         timespec accessed = {};
         timespec modified = {};
 
@@ -79,6 +80,12 @@ public:
     virtual int removeFile(int in, const std::string& name) = 0; ///< EISDIR for a folder.
     virtual int removeFolder(int in, const std::string& name) = 0; ///< An empty one.
 
+    /// Where data, or a hole, next is at or after an offset; ENXIO beyond the last data, EINVAL where the
+    /// file system does not tell.
+    virtual std::int64_t nextData(int file, std::int64_t from) = 0;
+    virtual std::int64_t nextHole(int file, std::int64_t from) = 0;
+    virtual int moveTo(int file, std::int64_t at) = 0; ///< Where it is read and written next.
+    virtual int setSize(int file, std::uint64_t size) = 0;
     /// Copies up to `size` bytes inside the system; 0 at the end.
     virtual ssize_t copyRange(int from, int to, std::size_t size) = 0;
     virtual ssize_t read(int file, std::span<std::byte> bytes) = 0;

@@ -1,5 +1,6 @@
 #include "platform/files/tree_system.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <dirent.h>
@@ -37,6 +38,7 @@ void convert(const struct stat& from, TreeSystem::Status& to)
     to.group = from.st_gid;
     to.links = from.st_nlink;
     to.size = static_cast<std::uint64_t>(from.st_size);
+    to.allocated = static_cast<std::uint64_t>(from.st_blocks) * 512; // whatever the block size
     to.accessed = from.st_atim;
     to.modified = from.st_mtim;
 }
@@ -210,6 +212,23 @@ public:
         return retried([&] { return unlinkat(in, name.c_str(), AT_REMOVEDIR); });
     }
 
+    std::int64_t nextData(int file, std::int64_t from) override
+    {
+        return retried([&] { return lseek(file, from, SEEK_DATA); });
+    }
+    std::int64_t nextHole(int file, std::int64_t from) override
+    {
+        return retried([&] { return lseek(file, from, SEEK_HOLE); });
+    }
+    int moveTo(int file, std::int64_t at) override
+    {
+        return static_cast<int>(
+            std::min<std::int64_t>(retried([&] { return lseek(file, at, SEEK_SET); }), 0));
+    }
+    int setSize(int file, std::uint64_t size) override
+    {
+        return retried([&] { return ftruncate(file, static_cast<off_t>(size)); });
+    }
     ssize_t copyRange(int from, int to, std::size_t size) override
     {
         return retried([&] { return copy_file_range(from, nullptr, to, nullptr, size, 0); });

@@ -132,6 +132,72 @@ TEST_F(CopyTreeTest, CopiesByBlocksWhereTheSystemCannot)
     EXPECT_TRUE(get("b") == text);
 }
 
+/// A file of 8 MiB with a little text in the middle and nothing else.
+class CopyHolesTest : public CopyTreeTest {
+protected:
+    CopyHolesTest()
+    {
+        put("a", "");
+        fs::resize_file(folder / "a", kSize);
+        std::fstream(folder / "a", std::ios::in | std::ios::out).seekp(kSize / 2) << "text";
+    }
+    std::uint64_t allocated(const std::string& name) const
+    {
+        struct stat status = {};
+        stat(path(name).c_str(), &status);
+        return static_cast<std::uint64_t>(status.st_blocks) * 512;
+    }
+
+    static constexpr std::uint64_t kSize = 8 << 20;
+};
+
+TEST_F(CopyHolesTest, KeepsHoles)
+{
+    if (allocated("a") >= kSize)
+        GTEST_SKIP() << "no holes here";
+    EXPECT_EQ(copy("a", "b"), 0);
+    EXPECT_TRUE(get("b") == get("a"));
+    EXPECT_LT(allocated("b"), kSize / 2);
+}
+
+TEST_F(CopyHolesTest, FillsThemWhereTheSystemCannotTell)
+{
+    FaultyTreeSystem plain;
+    plain.refuseHoles(EINVAL);
+    plain.refuseRanges(EXDEV); // else a little at a time
+    EXPECT_EQ(copyItem(plain, path("a"), path("b")), 0);
+    EXPECT_TRUE(get("b") == get("a"));
+}
+
+TEST_F(CopyHolesTest, CopiesAFileOfNothingButAHole)
+{
+    fs::resize_file(folder / "a", 0);
+    fs::resize_file(folder / "a", kSize);
+    EXPECT_EQ(copy("a", "b"), 0);
+    EXPECT_EQ(fs::file_size(folder / "b"), kSize);
+}
+
+TEST_F(CopyTreeTest, EndsThoughSomebodyAppendsAllTheTime)
+{
+    /// Appends to the file whenever some of it is copied.
+    class Appender : public FaultyTreeSystem {
+    public:
+        explicit Appender(std::string path) : mPath(std::move(path)) { }
+        ssize_t copyRange(int from, int to, std::size_t size) override
+        {
+            std::ofstream(mPath, std::ios::app) << "more";
+            return FaultyTreeSystem::copyRange(from, to, size);
+        }
+
+    private:
+        const std::string mPath;
+    };
+    put("a", "text");
+    Appender appender(path("a"));
+    EXPECT_EQ(copyItem(appender, path("a"), path("b")), 0);
+    EXPECT_EQ(get("b"), "text");
+}
+
 TEST_F(CopyTreeTest, NeverReplaces)
 {
     put("a", "new");

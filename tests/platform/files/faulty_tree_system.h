@@ -19,6 +19,7 @@ public:
     void refuseRenames(int error) { mRenames = error; }
     void refuseLinks(int error) { mLinks = error; }
     void refuseRanges(int error) { mRanges = error; }
+    void refuseHoles(int error) { mHoles = error; }
     void refuseOwners(int error) { mOwners = error; }
 
     bool failed() const { return mCalls > mAt; }
@@ -108,6 +109,22 @@ public:
     int removeFolder(int in, const std::string& name) override
     {
         return called([&] { return mReal.removeFolder(in, name); });
+    }
+    std::int64_t nextData(int file, std::int64_t from) override
+    {
+        return called([&] { return mHoles != 0 ? -mHoles : mReal.nextData(file, from); });
+    }
+    std::int64_t nextHole(int file, std::int64_t from) override
+    {
+        return called([&] { return mReal.nextHole(file, from); });
+    }
+    int moveTo(int file, std::int64_t at) override
+    {
+        return called([&] { return mReal.moveTo(file, at); });
+    }
+    int setSize(int file, std::uint64_t size) override
+    {
+        return called([&] { return mReal.setSize(file, size); });
     }
     /// Copies little at a time.
     ssize_t copyRange(int from, int to, std::size_t size) override
@@ -199,6 +216,7 @@ private:
     int mRenames = 0;
     int mLinks = 0;
     int mRanges = 0;
+    int mHoles = 0;
     int mOwners = 0;
     int mCalls = 0;
     int mOpen = 0;

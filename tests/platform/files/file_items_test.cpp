@@ -73,6 +73,21 @@ TEST_F(MoveItemTest, CopiesAndRemovesBetweenVolumes)
     EXPECT_EQ(tree("u"), before);
 }
 
+TEST_F(MoveItemTest, MovesToAVolumeInMemoryAndBack)
+{
+    struct stat here = {}, memory = {};
+    if (stat(folder.c_str(), &here) != 0 || stat("/dev/shm", &memory) != 0 || here.st_dev == memory.st_dev)
+        GTEST_SKIP() << "no other volume";
+    putSome("t");
+    const std::string before = tree("t");
+    const TemporaryFolder there("/dev/shm");
+    EXPECT_EQ(moveItem(system, path("t"), there / "t"), 0);
+    EXPECT_EQ(names(), "");
+    EXPECT_EQ(moveItem(system, there / "t", path("u")), 0);
+    EXPECT_EQ(tree("u"), before);
+    EXPECT_TRUE(fs::is_empty(there.path()));
+}
+
 TEST_F(MoveItemTest, NeverReplacesBetweenVolumes)
 {
     put("a", "new");
