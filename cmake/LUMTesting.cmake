@@ -12,6 +12,16 @@ add_library(lum_test_main STATIC
     ${PROJECT_SOURCE_DIR}/tests/vector_file.cpp)
 target_link_libraries(lum_test_main PUBLIC lum_compile GTest::gtest)
 target_compile_definitions(lum_test_main PUBLIC LUM_TEST_DATA="${PROJECT_SOURCE_DIR}/tests")
+# What nearly every test includes takes longer to read than the test itself, so it is read once. The flags are those of
+# the tests, or the compiler could not use it.
+add_library(lum_test_precompiled OBJECT ${PROJECT_SOURCE_DIR}/tests/precompiled.cpp)
+set_target_properties(lum_test_precompiled PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+target_link_libraries(lum_test_precompiled PRIVATE
+    lum_test_main LUMFoundationObjects LUMPlatformObjects GTest::gtest GTest::gmock rapidcheck rapidcheck_gtest)
+target_compile_options(lum_test_precompiled PRIVATE $<$<CONFIG:Debug>:-O0>)
+target_precompile_headers(lum_test_precompiled PRIVATE
+    <gmock/gmock.h> <gtest/gtest.h> <rapidcheck/gtest.h> <filesystem> <fstream> <functional> <random> <thread>)
+
 add_custom_target(threaded_tests COMMENT "All tests with threads are built")
 
 function(lum_add_test name)
@@ -22,6 +32,8 @@ function(lum_add_test name)
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE
         lum_test_main LUMFoundationObjects LUMPlatformObjects GTest::gtest GTest::gmock rapidcheck rapidcheck_gtest)
+    target_precompile_headers(${name} REUSE_FROM lum_test_precompiled)
+    set_target_properties(${name} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
     # Tests are compiled far more often than they run for long; what they test keeps its optimisation.
     target_compile_options(${name} PRIVATE $<$<CONFIG:Debug>:-O0>)
     set(labels "")
