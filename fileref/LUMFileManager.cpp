@@ -2,7 +2,6 @@
 
 #include "LUMFoundation/LUMFileRef.h"
 #include "LUMPlatform/NSArray.h"
-#include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSDictionary.h"
 #include "LUMPlatform/NSDirectoryEnumerator.h"
 #include "LUMPlatform/NSFileAttributes.h"
@@ -116,13 +115,20 @@ void trashAtPath(const Manager& manager, const Text& path)
     LUMFileManager::trashFileRef(manager, LUMFileRef::fileRefWithPath(path));
 }
 
+/// Makes a new file and never empties one that comes into being meanwhile.
+bool createFile(const Text& path)
+{
+    const auto above = path->stringByDeletingLastPathComponent();
+    const auto folder = LUMFileRef::fileRefWithPath(above->length() > 0 ? above : Text("."));
+    return folder && folder->createChildWithName(path->lastPathComponent(), false);
+}
+
 Reference createAtPath(const Manager& manager, const Text& path, bool asDirectory)
 {
     if (!path || manager->fileExistsAtPath(path))
         return nullptr;
     const auto expanded = path->stringByExpandingTildeInPath();
-    const bool isMade = asDirectory ? manager->createDirectoryAtPath(expanded, false)
-                                    : manager->createFileAtPath(expanded, nullptr);
+    const bool isMade = asDirectory ? manager->createDirectoryAtPath(expanded, false) : createFile(expanded);
     return isMade ? LUMFileRef::fileRefWithPath(path) : nullptr;
 }
 

@@ -46,8 +46,9 @@ NSRef<LUMFileRef> childFolder(
 {
     auto child = parent->createChildIfNeededWithName(name, true, &problem);
     if (!child && problem && problem->code() == kExists) {
-        problem = nullptr;
-        child = parent->childWithName(name, &problem); // somebody else has made it meanwhile
+        child = parent->childWithName(name);
+        if (child)
+            problem = nullptr; // somebody else has made it meanwhile
     }
     return child && child->isDirectory() ? child : nullptr;
 }

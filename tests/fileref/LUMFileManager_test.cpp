@@ -189,6 +189,14 @@ TEST_F(LUMFileManagerTest, LeavesWhatIsThereWhenAskedToCreateIt)
     EXPECT_EQ(get("a"), "text");
 }
 
+TEST_F(LUMFileManagerTest, CreatesNothingInThePlaceOfALinkThatDangles)
+{
+    fs::create_symlink("nowhere", folder / "link");
+    EXPECT_FALSE(LUMFileManager::createFileRefAtPath(manager, path("link"), false));
+    EXPECT_FALSE(LUMFileManager::createFileRefAtPath(manager, path("link"), true));
+    EXPECT_EQ(names(), "link");
+}
+
 TEST_F(LUMFileManagerTest, MeasuresFilesAndFolders)
 {
     put("a", "12345");
