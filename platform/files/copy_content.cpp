@@ -63,13 +63,15 @@ int copySpan(TreeSystem& system, int from, int to, std::uint64_t length)
     return 0;
 }
 
-/// Leaves out what was never written; -EINVAL, before anything is copied, where the system cannot tell.
+/// Leaves out what was never written, where the system can tell.
 int copyWithHoles(TreeSystem& system, int from, int to, std::uint64_t length)
 {
     for (std::int64_t at = 0; at < static_cast<std::int64_t>(length);) {
         const std::int64_t data = system.nextData(from, at);
         if (data == -ENXIO)
             break; // nothing but a hole is left
+        if (data == -EINVAL && at == 0)
+            return copySpan(system, from, to, length);
         const std::int64_t hole = data < 0 ? data : system.nextHole(from, data);
         if (hole < 0)
             return static_cast<int>(hole);
@@ -116,12 +118,8 @@ int copyContent(TreeSystem& system, int from, const TreeSystem::Status& status, 
 {
     if (status.size == 0) // as also files have that the system makes up on reading
         return copyByBlocks(system, from, to, std::numeric_limits<std::uint64_t>::max());
-    if (status.allocated < status.size) {
-        const int problem = copyWithHoles(system, from, to, status.size);
-        if (problem != -EINVAL)
-            return problem;
-    }
-    return copySpan(system, from, to, status.size);
+    return status.allocated < status.size ? copyWithHoles(system, from, to, status.size)
+                                          : copySpan(system, from, to, status.size);
 }
 
 int copyAttributes(TreeSystem& system, int from, const TreeSystem::Status& status, int to)

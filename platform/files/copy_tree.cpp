@@ -98,15 +98,25 @@ private:
         return mTo.leave();
     }
 
+    /// Opens a file, if need be by what the ways keep open.
+    template<typename Open> int opened(Open open)
+    {
+        int file = open();
+        while ((file == -EMFILE || file == -ENFILE) && (mFrom.giveBack() || mTo.giveBack()))
+            file = open();
+        return file;
+    }
+
     int copyFile(const std::string& name, const std::string& newName)
     {
-        const OpenFile<TreeSystem> from(mSystem, mSystem.openFile(mFrom.folder(), name));
+        const OpenFile<TreeSystem> from(
+            mSystem, opened([&] { return mSystem.openFile(mFrom.folder(), name); }));
         if (from.get() < 0)
             return unlessGone(from.get());
         TreeSystem::Status status;
         if (const int problem = mSystem.status(from.get(), status); problem != 0)
             return problem;
-        OpenFile<TreeSystem> to(mSystem, mSystem.createFile(mTo.folder(), newName));
+        OpenFile<TreeSystem> to(mSystem, opened([&] { return mSystem.createFile(mTo.folder(), newName); }));
         if (to.get() < 0)
             return to.get();
         int problem = copyContent(mSystem, from.get(), status, to.get());

@@ -23,8 +23,8 @@ FolderStack::~FolderStack()
             (void)mSystem.close(mLevels[i].folder);
 }
 
-/// Gives back the descriptor of the uppermost folder that has one, except the one we are in.
-bool FolderStack::closeOldest()
+/// The uppermost folder's, except the one we are in.
+bool FolderStack::giveBack()
 {
     if (mOldestOpen + 1 >= mLevels.size())
         return false;
@@ -42,9 +42,9 @@ bool FolderStack::closeOldest()
 int FolderStack::enter(const std::string& name)
 {
     if (mLevels.size() - mOldestOpen >= kMaxOpen)
-        (void)closeOldest();
+        (void)giveBack();
     int opened = mSystem.openFolder(folder(), name);
-    while ((opened == -EMFILE || opened == -ENFILE) && closeOldest())
+    while ((opened == -EMFILE || opened == -ENFILE) && giveBack())
         opened = mSystem.openFolder(folder(), name);
     if (opened < 0)
         return opened;

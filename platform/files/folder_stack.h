@@ -20,6 +20,8 @@ public:
     std::size_t depth() const { return mLevels.size() - 1; }
 
     int enter(const std::string& name); ///< A folder here; on failure one stays.
+    /// Closes a descriptor that can be had again later; false when there is none.
+    bool giveBack();
     int leave(); ///< To the folder above; after a failure the stack is of no use.
 
 private:
@@ -28,7 +30,6 @@ private:
         TreeSystem::Identity identity; // known once it has been closed
     };
 
-    bool closeOldest();
     int reopen(Level& above);
 
     TreeSystem& mSystem;

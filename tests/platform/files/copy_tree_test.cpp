@@ -5,6 +5,7 @@
 #include "tests/platform/files/tree_fixture.h"
 
 #include <cerrno>
+#include <sys/resource.h>
 #include <sys/xattr.h>
 
 namespace fs = std::filesystem;
@@ -124,7 +125,7 @@ TEST_F(CopyTreeTest, CopiesAFileThatTheSystemMakesUpOnReading)
 
 TEST_F(CopyTreeTest, CopiesByBlocksWhereTheSystemCannot)
 {
-    const std::string text(300'000, 'x');
+    const std::string text(140'000, 'x');
     put("a", text);
     FaultyTreeSystem plain;
     plain.refuseRanges(EXDEV);
@@ -164,7 +165,7 @@ TEST_F(CopyHolesTest, FillsThemWhereTheSystemCannotTell)
 {
     FaultyTreeSystem plain;
     plain.refuseHoles(EINVAL);
-    plain.refuseRanges(EXDEV); // else a little at a time
+    fs::resize_file(folder / "a", 64 << 10); // it copies four bytes at a time
     EXPECT_EQ(copyItem(plain, path("a"), path("b")), 0);
     EXPECT_TRUE(get("b") == get("a"));
 }
@@ -229,6 +230,26 @@ TEST_F(CopyTreeTest, CopiesWhatIsDeeperThanAnyPathByAFewDescriptors)
     EXPECT_LE(counting.mostOpenFiles(), 80);
     EXPECT_EQ(counting.openFiles(), 0);
     (void)platform::removeItem(system, path("t"));
+    (void)platform::removeItem(system, path("u"));
+}
+
+TEST_F(CopyTreeTest, NeedsAFewDescriptorsAlone)
+{
+    putDeep("t", 60);
+    put("t/" + kDeepName + "/" + kDeepName + "/file");
+    rlimit before = {};
+    getrlimit(RLIMIT_NOFILE, &before);
+    const int next = dup(0); // the lowest that is free
+    close(next);
+    const rlimit few = { static_cast<rlim_t>(next) + 8, before.rlim_max };
+    setrlimit(RLIMIT_NOFILE, &few);
+    const int copied = copy("t", "u");
+    const int removed = platform::removeItem(system, path("t"));
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_EQ(copied, 0);
+    EXPECT_EQ(removed, 0);
+    EXPECT_EQ(depthOf("u"), 60);
+    EXPECT_EQ(get("u/" + kDeepName + "/" + kDeepName + "/file"), "content");
     (void)platform::removeItem(system, path("u"));
 }
 
