@@ -227,9 +227,9 @@ private:
     FSRef mAliasRef; // as given
     FSRef mFileRef; // the target, once a link was followed
     // Deliberate: two places that belong to the class and that nothing in it touches.
-    const NSRef<NSURL> mURL;
+    const NSRef<NSURL> mURL {};
     mutable bool mHashSet = false;
     mutable std::uint32_t mHash = 0;
     mutable std::atomic<NSLock*> mLock { nullptr }; // made when it is first taken
-    const NSId mDelegate;
+    const NSId mDelegate {};
 };

@@ -199,7 +199,8 @@ TEST_F(FSRefTest, CopiesAndMovesShareOneObject)
     EXPECT_EQ(pathOf(copy), at("g"));
     EXPECT_EQ(pathOf(moved), at("g"));
     EXPECT_EQ(FSCompareFSRefs(copy, moved), 0);
-    copy = copy; // NOLINT
+    const FSRef& same = copy;
+    copy = same;
     EXPECT_EQ(pathOf(copy), at("g"));
     copy = FSRef();
     EXPECT_FALSE(copy);
