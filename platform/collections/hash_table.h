@@ -10,8 +10,8 @@
 namespace platform {
 
 /// The table behind dictionaries and sets: the entries in a dense list in the order of their keys' first
-/// arrival, and an open-addressed index into that list. Walking it is walking the list, so the order is the
-/// same in every run.
+/// arrival, and, unless they are few, an open-addressed index into that list. Walking it is walking the list,
+/// so the order is the same in every run.
 ///
 /// Positions are places in the list; a removed entry leaves a hole (a null key) until the next rebuild. Calls
 /// to isEqual may run foreign code, which may end objects or change this very table: keys are kept alive
@@ -51,7 +51,7 @@ public:
         if (position != kNone)
             return mEntries[position].value;
         NSId kept = stored();
-        if ((mEntries.size() + 1) * 2 > mIndex.size())
+        if (needsIndex(mEntries.size() + 1))
             rebuild(mLive + 1);
         if (mEntries.size() >= kMaxEntries)
             throw NSException(NSMallocException, "a collection is full");
@@ -90,13 +90,16 @@ public:
     void reserve(NSUInteger count)
     {
         mEntries.reserve(count);
-        if (count * 2 > mIndex.size())
+        if (needsIndex(count))
             rebuild(count);
     }
 
 private:
     static constexpr NSUInteger kMaxEntries = 0xffff'fffe;
     static constexpr NSUInteger kFewHoles = 32;
+    static constexpr NSUInteger kScanned = 8; // up to here the list is searched itself, which saves the index
+
+    bool needsIndex(NSUInteger count) const { return count > kScanned && count * 2 > mIndex.size(); }
 
     size_t slotOf(NSUInteger hash) const
     {
@@ -106,13 +109,22 @@ private:
 
     NSUInteger find(const NSId& key, NSUInteger hash) const
     {
-        for (size_t slot = slotOf(hash); mIndex[slot] != 0; slot = (slot + 1) & (mIndex.size() - 1)) {
-            const NSUInteger position = mIndex[slot] - 1;
-            const Entry& entry = mEntries[position];
-            if (entry.hash == hash && entry.key && (entry.key == key || isEqual(key, entry.key)))
-                return position;
+        if (mIndex.empty()) {
+            for (NSUInteger position = mFirst; position < mEntries.size(); ++position)
+                if (isEntry(position, key, hash))
+                    return position;
+            return kNone;
         }
+        for (size_t slot = slotOf(hash); mIndex[slot] != 0; slot = (slot + 1) & (mIndex.size() - 1))
+            if (isEntry(mIndex[slot] - 1, key, hash))
+                return mIndex[slot] - 1;
         return kNone;
+    }
+
+    bool isEntry(NSUInteger position, const NSId& key, NSUInteger hash) const
+    {
+        const Entry& entry = mEntries[position];
+        return entry.hash == hash && entry.key && (entry.key == key || isEqual(key, entry.key));
     }
 
     bool isEqual(const NSId& key, NSId kept) const
@@ -126,6 +138,8 @@ private:
 
     void addToIndex(NSUInteger position)
     {
+        if (mIndex.empty())
+            return;
         size_t slot = slotOf(mEntries[position].hash);
         while (mIndex[slot] != 0)
             slot = (slot + 1) & (mIndex.size() - 1);
@@ -137,7 +151,9 @@ private:
     {
         mFirst = 0;
         std::erase_if(mEntries, [](const Entry& entry) { return !entry.key; });
-        mIndex.assign(std::bit_ceil(count * 3 + 4), 0);
+        mIndex.clear();
+        if (count > kScanned)
+            mIndex.assign(std::bit_ceil(count * 3 + 4), 0);
         for (NSUInteger position = 0; position < mEntries.size(); ++position)
             addToIndex(position);
     }
