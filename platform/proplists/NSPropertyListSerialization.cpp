@@ -5,6 +5,7 @@
 #include "LUMPlatform/NSString.h"
 #include "platform/proplists/binary_reader.h"
 #include "platform/proplists/binary_writer.h"
+#include "platform/proplists/plain_xml_reader.h"
 #include "platform/proplists/property_list_fault.h"
 #include "platform/proplists/text_reader.h"
 #include "platform/proplists/xml_reader.h"
@@ -44,6 +45,8 @@ NSId read(std::span<const std::byte> bytes, const NSDecodingLimits& limits, NSPr
     }
     if (platform::isXmlPropertyList(bytes)) {
         format = NSPropertyListXMLFormat_v1_0;
+        if (NSId propertyList = platform::readPlainXmlPropertyList(bytes, limits))
+            return propertyList;
         return platform::readXmlPropertyList(bytes, limits);
     }
     format = NSPropertyListOpenStepFormat;

@@ -27,12 +27,25 @@ inline constexpr unsigned kFalse = 0x08;
 inline constexpr unsigned kTrue = 0x09;
 inline constexpr unsigned kLongCount = 0xF;
 
-/// An unsigned number of `size` bytes, the most significant one first.
+/// An unsigned number of `size` bytes, at most 8, the most significant one first.
 inline std::uint64_t readInteger(const std::byte* from, std::size_t size)
 {
+    const auto byte = [&](std::size_t at) { return std::to_integer<std::uint64_t>(from[at]); };
+    switch (size) { // the usual ones without a loop
+    case 1:
+        return byte(0);
+    case 2:
+        return byte(0) << 8 | byte(1);
+    case 3:
+        return byte(0) << 16 | byte(1) << 8 | byte(2);
+    case 4:
+        return byte(0) << 24 | byte(1) << 16 | byte(2) << 8 | byte(3);
+    default:
+        break;
+    }
     std::uint64_t value = 0;
     for (std::size_t at = 0; at < size; ++at)
-        value = value << 8 | std::to_integer<std::uint64_t>(from[at]);
+        value = value << 8 | byte(at);
     return value;
 }
 

@@ -29,13 +29,13 @@ public:
         enter(mObjects.top());
         while (!mOpen.empty()) {
             const Container& container = mOpen.back();
-            const std::size_t next = container.children.size();
+            const std::size_t next = mChildren.size() - container.firstChild;
             if (next == mObjects.referenceCount(container.object))
                 leave();
             else
                 enter(mObjects.reference(container.object, next));
         }
-        return mKnown[mObjects.top()].object;
+        return std::move(mChildren.front());
     }
 
 private:
@@ -44,7 +44,7 @@ private:
         static constexpr std::uint64_t kUnread = 0;
         static constexpr std::uint64_t kOpen = ~std::uint64_t { 0 };
 
-        NSId object;
+        NSObject* object = nullptr; ///< Kept by what holds it: a container, mChildren, or mReplaced.
         std::uint64_t weight = kUnread; ///< How many objects a walk through it meets, itself included.
     };
     /// An array or dictionary of which not all children are read. A dictionary's are its keys, then values.
@@ -52,7 +52,7 @@ private:
         std::uint64_t number;
         BinaryObjects::Object object;
         std::uint64_t weight;
-        std::vector<NSId> children;
+        std::size_t firstChild; ///< In mChildren.
     };
 
     /// Hands an object to the innermost open container, or opens it first.
@@ -63,11 +63,13 @@ private:
             mObjects.claim(object);
             if (object.isContainer())
                 return open(number, object);
-            mKnown[number] = { mObjects.value(object), 1 };
+            NSId value = mObjects.value(object);
+            mKnown[number] = { value.get(), 1 };
+            return hand(std::move(value), 1);
         }
         if (mKnown[number].weight == Known::kOpen)
             throw PropertyListFault("object " + std::to_string(number) + " contains itself");
-        hand(mKnown[number]);
+        hand(NSShare(mKnown[number].object), mKnown[number].weight);
     }
 
     void open(std::uint64_t number, const BinaryObjects::Object& object)
@@ -76,48 +78,54 @@ private:
             throw PropertyListFault("containers are nested more than " + std::to_string(mLimits.depth)
                 + " deep at byte " + std::to_string(object.begin));
         mKnown[number].weight = Known::kOpen;
-        mOpen.push_back({ number, object, 1, {} });
-        mOpen.back().children.reserve(mObjects.referenceCount(object));
+        mOpen.push_back({ number, object, 1, mChildren.size() });
     }
 
-    void hand(const Known& known)
+    void hand(NSId object, std::uint64_t weight)
     {
+        mChildren.push_back(std::move(object));
         if (mOpen.empty())
             return;
-        Container& container = mOpen.back();
-        container.weight += known.weight;
-        if (container.weight > mLimits.objects)
+        mOpen.back().weight += weight;
+        if (mOpen.back().weight > mLimits.objects)
             throw PropertyListFault("there are more than " + std::to_string(mLimits.objects) + " objects");
-        container.children.push_back(known.object);
     }
 
     void leave()
     {
-        Container container = std::move(mOpen.back());
+        const Container container = mOpen.back();
         mOpen.pop_back();
-        Known& known = mKnown[container.number];
-        known.weight = container.weight;
+        const auto children = std::span(mChildren).subspan(container.firstChild);
+        NSId object;
         if (container.object.type == binary::kDictionary)
-            known.object = dictionaryOf(container.children);
+            object = dictionaryOf(children);
         else
-            known.object = NSArray::arrayWithObjects(std::move(container.children));
-        hand(known);
+            object = NSArray::arrayWithObjects(
+                { std::make_move_iterator(children.begin()), std::make_move_iterator(children.end()) });
+        mChildren.resize(container.firstChild);
+        mKnown[container.number] = { object.get(), container.weight };
+        hand(std::move(object), container.weight);
     }
 
-    static NSRef<NSDictionary> dictionaryOf(std::span<const NSId> keysAndValues)
+    NSRef<NSDictionary> dictionaryOf(std::span<const NSId> keysAndValues)
     {
         const std::size_t count = keysAndValues.size() / 2;
         const auto keys = keysAndValues.first(count);
         for (const NSId& key : keys)
             if (!NSDowncast<NSString>(key.get()))
                 throw PropertyListFault("a key of a dictionary is no string");
-        return NSDictionary::dictionaryWithObjectsCount(keysAndValues.last(count), keys);
+        auto dictionary = NSDictionary::dictionaryWithObjectsCount(keysAndValues.last(count), keys);
+        if (dictionary->count() != count) // others may still refer to what a repeated key replaced
+            mReplaced.insert(mReplaced.end(), keysAndValues.begin(), keysAndValues.end());
+        return dictionary;
     }
 
     BinaryObjects mObjects;
     const NSDecodingLimits mLimits;
     std::vector<Known> mKnown;
     std::vector<Container> mOpen;
+    std::vector<NSId> mChildren; // those of all open containers that are read
+    std::vector<NSId> mReplaced;
 };
 
 }

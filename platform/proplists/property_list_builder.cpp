@@ -29,7 +29,7 @@ void PropertyListBuilder::countOne()
 
 bool PropertyListBuilder::wantsKey() const
 {
-    if (mOpen.empty() || !mOpen.back().isDictionary)
+    if (!isInDictionary())
         return false;
     const Container& dictionary = mOpen.back();
     return mKeys.size() - dictionary.firstKey == mValues.size() - dictionary.firstValue;
@@ -106,6 +106,14 @@ void PropertyListBuilder::addKey(NSRef<NSString> key)
 void PropertyListBuilder::addUtf8String(std::string_view utf8)
 {
     add(stringOf(utf8));
+}
+
+void PropertyListBuilder::addAsciiString(std::string_view ascii)
+{
+    add(NSString::stringWithLength(ascii.size(), [&](char16_t* characters) {
+        for (std::size_t at = 0; at < ascii.size(); ++at)
+            characters[at] = static_cast<unsigned char>(ascii[at]);
+    }));
 }
 
 void PropertyListBuilder::add(NSId value)

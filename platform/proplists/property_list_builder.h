@@ -21,11 +21,14 @@ public:
     /// Ends the innermost container; a dictionary that is the XML form of a PropertyListUid becomes one.
     void endContainer();
     bool isInContainer() const { return !mOpen.empty(); }
+    bool isInDictionary() const { return isInContainer() && mOpen.back().isDictionary; }
 
     /// A dictionary's next key, in UTF-8.
     void addUtf8Key(std::string_view utf8);
     void addKey(NSRef<NSString> key);
     void addUtf8String(std::string_view utf8);
+    /// One that is known to be ASCII.
+    void addAsciiString(std::string_view ascii);
     void add(NSId value);
 
     /// What was built. Throws when nothing was, or a container is still open.

@@ -135,12 +135,20 @@ void appendXmlDate(OutputBytes& out, double seconds)
     const hh_mm_ss clock(time - midnight);
     if (day.year() < year(0) || day.year() > year(9999))
         throw PropertyListFault("a date is too far away for XML");
-    char text[64];
-    const int length = std::snprintf(text, sizeof text, "%04d-%02u-%02uT%02d:%02d:%02dZ",
-        static_cast<int>(day.year()), static_cast<unsigned>(day.month()), static_cast<unsigned>(day.day()),
-        static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
-        static_cast<int>(clock.seconds().count()));
-    out.append({ text, static_cast<std::size_t>(length) });
+    constexpr std::string_view kForm = "0000-00-00T00:00:00Z";
+    char text[20];
+    kForm.copy(text, kForm.size());
+    const auto put = [&](std::size_t at, std::size_t digits, auto number) {
+        for (auto value = static_cast<unsigned>(number); digits > 0; value /= 10)
+            text[at + --digits] = static_cast<char>('0' + value % 10);
+    };
+    put(0, 4, static_cast<int>(day.year()));
+    put(5, 2, static_cast<unsigned>(day.month()));
+    put(8, 2, static_cast<unsigned>(day.day()));
+    put(11, 2, clock.hours().count());
+    put(14, 2, clock.minutes().count());
+    put(17, 2, clock.seconds().count());
+    out.append({ text, kForm.size() });
 }
 
 }

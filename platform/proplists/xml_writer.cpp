@@ -7,6 +7,7 @@
 #include "platform/proplists/xml_text.h"
 
 #include <charconv>
+#include <cstring>
 
 namespace platform {
 namespace {
@@ -33,14 +34,13 @@ public:
     {
         switch (kind) {
         case PropertyListKind::String:
-            return element("string", static_cast<const NSString&>(value));
+            return text("<string>", static_cast<const NSString&>(value), "</string>\n");
         case PropertyListKind::Number:
             return number(static_cast<const NSNumber&>(value));
         case PropertyListKind::Date:
-            indent();
-            mOut.append("<date>");
+            line("<date>");
             appendXmlDate(mOut, static_cast<const NSDate&>(value).timeIntervalSinceReferenceDate());
-            return mOut.append("</date>\n");
+            return finish("</date>\n");
         case PropertyListKind::Data:
             return data(static_cast<const NSData&>(value).bytes());
         case PropertyListKind::Uid:
@@ -49,93 +49,103 @@ public:
             return; // containers come by the functions below
         }
     }
-    void beginArray(std::size_t count) { begin("array", count); }
-    void endArray() { end("array"); }
-    void beginDictionary(std::span<const SortedEntry> entries) { begin("dict", entries.size()); }
-    void endDictionary() { end("dict"); }
-    void key(const NSString& key) { element("key", key); }
+    void beginArray(std::size_t count) { count > 0 ? begin("<array>\n", count) : begin("<array/>\n", count); }
+    void endArray() { end("</array>\n"); }
+    void beginDictionary(std::span<const SortedEntry> entries)
+    {
+        entries.empty() ? begin("<dict/>\n", 0) : begin("<dict>\n", entries.size());
+    }
+    void endDictionary() { end("</dict>\n"); }
+    void key(const NSString& key) { text("<key>", key, "</key>\n"); }
 
 private:
-    void indent() { mOut.append(std::string_view(mIndent).substr(0, mDepth)); }
-
-    void begin(std::string_view name, std::size_t count)
+    /// Indents, and appends what begins there. The sizes of tags are known to the compiler, which then copies
+    /// without a call.
+    template<std::size_t Size> void line(const char (&start)[Size])
     {
-        indent();
-        mOut.append('<');
-        mOut.append(name);
-        mOut.append(count > 0 ? ">\n" : "/>\n");
-        if (++mDepth > mIndent.size())
-            mIndent.push_back('\t');
+        constexpr char kTabs[] = "\t\t\t\t\t\t\t\t";
+        char* to = mOut.room(mDepth + sizeof kTabs + Size);
+        if (mDepth < sizeof kTabs)
+            std::memcpy(to, kTabs, sizeof kTabs - 1); // and what is too much is written over
+        else
+            std::memset(to, '\t', mDepth);
+        std::memcpy(to + mDepth, start, Size - 1);
+        mOut.wrote(mDepth + Size - 1);
+    }
+
+    template<std::size_t Size> void finish(const char (&end)[Size])
+    {
+        std::memcpy(mOut.room(Size), end, Size - 1);
+        mOut.wrote(Size - 1);
+    }
+
+    template<std::size_t Size> void begin(const char (&tag)[Size], std::size_t count)
+    {
+        line(tag);
+        ++mDepth;
         mIsEmpty.push_back(count == 0);
     }
 
-    void end(std::string_view name)
+    template<std::size_t Size> void end(const char (&tag)[Size])
     {
         --mDepth;
         const bool isEmpty = mIsEmpty.back();
         mIsEmpty.pop_back();
-        if (isEmpty)
-            return;
-        indent();
-        mOut.append("</");
-        mOut.append(name);
-        mOut.append(">\n");
+        if (!isEmpty)
+            line(tag);
     }
 
-    void element(std::string_view name, const NSString& text)
+    template<std::size_t Size, std::size_t EndSize>
+    void text(const char (&tag)[Size], const NSString& text, const char (&endTag)[EndSize])
     {
-        indent();
-        mOut.append('<');
-        mOut.append(name);
-        mOut.append('>');
+        line(tag);
         appendXmlText(mOut, text.characters());
-        mOut.append("</");
-        mOut.append(name);
-        mOut.append(">\n");
+        finish(endTag);
     }
 
     void number(const NSNumber& number)
     {
-        indent();
         if (number.isBool())
-            return mOut.append(number.boolValue() ? "<true/>\n" : "<false/>\n");
-        if (!number.isFloatingPoint()) {
-            mOut.append("<integer>");
-            if (*number.objCType() == 'Q')
-                digits(number.unsignedLongLongValue());
-            else
-                digits(number.longLongValue());
-            return mOut.append("</integer>\n");
+            return number.boolValue() ? line("<true/>\n") : line("<false/>\n");
+        if (number.isFloatingPoint()) {
+            line("<real>");
+            real(number.doubleValue());
+            return finish("</real>\n");
         }
-        mOut.append("<real>");
-        const double value = number.doubleValue();
+        line("<integer>");
+        if (*number.objCType() == 'Q')
+            digits(number.unsignedLongLongValue());
+        else
+            digits(number.longLongValue());
+        finish("</integer>\n");
+    }
+
+    void real(double value)
+    {
         if (value != value)
             mOut.append("nan");
         else if (value - value != 0)
             mOut.append(value > 0 ? "+infinity" : "-infinity");
         else
             digits(value);
-        mOut.append("</real>\n");
     }
 
     /// The shortest digits that read back as the same number.
     template<typename Number> void digits(Number number)
     {
-        char text[40];
-        char* const end = std::to_chars(text, std::end(text), number).ptr;
-        mOut.append({ text, static_cast<std::size_t>(end - text) });
+        constexpr std::size_t kMost = 40;
+        char* const to = mOut.room(kMost);
+        mOut.wrote(static_cast<std::size_t>(std::to_chars(to, to + kMost, number).ptr - to));
     }
 
     void uid(std::uint32_t value)
     {
-        begin("dict", 1);
-        indent();
-        mOut.append("<key>CF$UID</key>\n");
-        indent();
-        mOut.append("<integer>");
+        begin("<dict>\n", 1);
+        line("<key>CF$UID</key>\n");
+        line("<integer>");
         digits(value);
-        mOut.append("</integer>\n");
-        end("dict");
+        finish("</integer>\n");
+        end("</dict>\n");
     }
 
     /// Lines of 76 columns, counting a tab as eight, as long as that leaves 16 for the data.
@@ -145,22 +155,19 @@ private:
         constexpr std::size_t kLeast = 16;
         constexpr std::size_t kTab = 8;
         const std::size_t columns = std::max(kLeast, kColumns - std::min(kColumns, kTab * mDepth));
-        indent();
-        mOut.append("<data>\n");
+        line("<data>\n");
         while (!bytes.empty()) {
-            const auto line = bytes.first(std::min(bytes.size(), columns / 4 * 3));
-            bytes = bytes.subspan(line.size());
-            indent();
-            appendBase64(mOut, line);
-            mOut.append('\n');
+            const auto part = bytes.first(std::min(bytes.size(), columns / 4 * 3));
+            bytes = bytes.subspan(part.size());
+            line("");
+            appendBase64(mOut, part);
+            finish("\n");
         }
-        indent();
-        mOut.append("</data>\n");
+        line("</data>\n");
     }
 
     OutputBytes mOut;
     std::size_t mDepth = 0;
-    std::string mIndent; // as many tabs as were needed so far
     std::vector<bool> mIsEmpty; // of each open container
 };
 

@@ -89,6 +89,14 @@ TEST_F(BinaryReaderTest, TheLastValueOfARepeatedKeyCounts)
     EXPECT_THAT(top, Equals(NSDictionary::of({ { "k", 2 } })));
 }
 
+TEST_F(BinaryReaderTest, WhatARepeatedKeyReplacesCanStillBeReferredTo)
+{
+    // The top holds a dictionary that drops one of two equal keys and one of two values, then these again.
+    NSId top =
+        read(BinaryDocument({ "\xa5\1\2\3\4\5"s, "\xd2\2\3\4\5"s, "\x51k"s, "\x51k"s, "\x51v"s, "\x51w"s }));
+    EXPECT_THAT(top, Equals(NSArray::of(NSDictionary::of({ { "k", "w" } }), "k", "k", "v", "w")));
+}
+
 TEST_F(BinaryReaderTest, TheTopMayBeAnyObject)
 {
     BinaryDocument document({ "\x51x"s, "\xa1\0"s });
