@@ -11,6 +11,8 @@
 #include "LUMFoundation/LUMData_Base32.h"
 #include "LUMFoundation/LUMData_Compression.h"
 #include "LUMFoundation/LUMData_Handle.h"
+#include "LUMFoundation/LUMDocumentBundle.h"
+#include "LUMFoundation/LUMDocumentBundleSubclass.h"
 #include "LUMFoundation/LUMDurationFormatter.h"
 #include "LUMFoundation/LUMError.h"
 #include "LUMFoundation/LUMExport.h"

@@ -1,0 +1,92 @@
+#include "LUMFoundation/LUMDocumentBundle.h"
+#include "LUMFoundation/LUMFileManager.h"
+#include "LUMFoundation/LUMFileRef.h"
+#include "LUMPlatform/NSData.h"
+#include "LUMPlatform/NSFileManager.h"
+#include "LUMPlatform/NSKeyedArchiver.h"
+#include "LUMPlatform/NSKeyedUnarchiver.h"
+#include "LUMPlatform/NSKeyedUnarchiverDelegate.h"
+#include "core/status_error.h"
+#include "document/bundle_layout.h"
+#include "document/bundle_paths.h"
+
+namespace {
+
+void store(NSRef<NSError>* error, NSRef<NSError> problem)
+{
+    if (error)
+        *error = std::move(problem);
+}
+
+}
+
+NSRef<NSString> LUMDocumentBundle::pathForObjectWithKey(const NSRef<NSString>& key,
+    const NSRef<NSString>& domain, bool createDirectories, NSRef<NSError>* error) const
+{
+    constexpr OSStatus kNotFound = -43;
+    if (!lum::staysInside(key) || !lum::staysInsideOrNull(domain)) {
+        lum::refuseName(error);
+        return nullptr;
+    }
+    const auto bundle = path();
+    auto object = lum::objectIn(bundle, domain, key);
+    if (!object)
+        return lum::fail(error, kNotFound);
+    if (!lum::isReachedInside(bundle, object)) {
+        lum::refuseLink(error);
+        return nullptr;
+    }
+    if (createDirectories)
+        (void)LUMFileManager::createDirectoryAtPath(
+            NSFileManager::defaultManager(), object->stringByDeletingLastPathComponent(), true, error);
+    return object;
+}
+
+bool LUMDocumentBundle::saveObject(const NSId& object, const NSRef<NSString>& key, NSRef<NSError>* error)
+{
+    return saveObjectDomain(object, key, nullptr, error);
+}
+
+bool LUMDocumentBundle::saveObjectDomain(
+    const NSId& object, const NSRef<NSString>& key, const NSRef<NSString>& domain, NSRef<NSError>* error)
+{
+    NSRef<NSError> problem;
+    const auto file = pathForObjectWithKey(key, domain, true, &problem);
+    const bool isSaved = file && !problem && NSKeyedArchiver::archiveRootObject(object, file);
+    store(error, problem);
+    return isSaved;
+}
+
+NSId LUMDocumentBundle::decodeObjectWithKey(const NSRef<NSString>& key, NSRef<NSError>* error)
+{
+    return decodeObjectWithKeyDomain(key, nullptr, error);
+}
+
+NSId LUMDocumentBundle::decodeObjectWithKeyDomain(
+    const NSRef<NSString>& key, const NSRef<NSString>& domain, NSRef<NSError>* error)
+{
+    NSRef<NSError> problem;
+    const auto file = pathForObjectWithKey(key, domain, true, &problem);
+    NSId object;
+    if (file && !problem)
+        object = NSKeyedUnarchiver::unarchiveObjectWithFile(file);
+    store(error, problem);
+    return object;
+}
+
+NSId LUMDocumentBundle::decodeObjectWithKeyDelegate(
+    const NSRef<NSString>& key, const NSRef<NSKeyedUnarchiverDelegate>& delegate, NSRef<NSError>* error)
+{
+    NSRef<NSError> problem;
+    const auto file = pathForObjectWithKey(key, nullptr, true, &problem);
+    NSId object;
+    auto data = file && !problem ? NSData::dataWithContentsOfFile(file, &problem) : nullptr;
+    if (data) {
+        auto unarchiver = NSKeyedUnarchiver::initForReadingWithData(data);
+        unarchiver->setDelegate(delegate);
+        object = unarchiver->decodeObjectForKey("root");
+        unarchiver->finishDecoding();
+    }
+    store(error, problem);
+    return object;
+}

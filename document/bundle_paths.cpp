@@ -1,0 +1,92 @@
+#include "document/bundle_paths.h"
+
+#include "core/status_error.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool isWithin(const fs::path& folder, const fs::path& path)
+{
+    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end();
+}
+
+}
+
+bool lum::staysInside(const NSRef<NSString>& name)
+{
+    const std::string bytes = name ? name->utf8() : std::string();
+    if (bytes.empty() || bytes.starts_with('/') || bytes.find('\0') != std::string::npos)
+        return false;
+    const fs::path path(bytes);
+    return std::none_of(
+        path.begin(), path.end(), [](const fs::path& part) { return part == "." || part == ".."; });
+}
+
+bool lum::staysInsideOrNull(const NSRef<NSString>& name)
+{
+    return !name || staysInside(name);
+}
+
+bool lum::isReachedInside(const NSRef<NSString>& folder, const NSRef<NSString>& path, bool mayEndInLink)
+{
+    std::error_code problem;
+    const fs::path base = folder->utf8();
+    const fs::path whole = path->utf8();
+    const fs::path inside = whole.lexically_relative(base);
+    const fs::path realBase = fs::canonical(base, problem);
+    if (problem || inside.empty() || *inside.begin() == "..")
+        return false;
+    fs::path at = base;
+    for (auto name = inside.begin(); name != inside.end(); ++name) {
+        at /= *name;
+        const auto type = fs::symlink_status(at, problem).type();
+        if (type == fs::file_type::not_found)
+            return true;
+        if (type != fs::file_type::symlink || (mayEndInLink && std::next(name) == inside.end()))
+            continue;
+        const fs::path target = fs::canonical(at, problem);
+        if (problem || !isWithin(realBase, target))
+            return false;
+    }
+    return true;
+}
+
+bool lum::refuseName(NSRef<NSError>* error)
+{
+    constexpr OSStatus kIllegalName = -37;
+    return fail(error, kIllegalName);
+}
+
+bool lum::refuseLink(NSRef<NSError>* error)
+{
+    constexpr OSStatus kNoAccess = -5000;
+    return fail(error, kNoAccess);
+}
+
+bool lum::isEntryAt(const NSRef<NSString>& path)
+{
+    std::error_code problem;
+    return path && fs::exists(fs::symlink_status(path->utf8(), problem));
+}
+
+NSRef<NSString> lum::escapedForUrl(const NSRef<NSString>& text)
+{
+    if (!text)
+        return nullptr;
+    constexpr std::string_view kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-._~/";
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string escaped;
+    for (char character : text->utf8()) {
+        if (kPlain.find(character) != std::string_view::npos) {
+            escaped += character;
+            continue;
+        }
+        const auto byte = static_cast<unsigned char>(character);
+        escaped += { '%', kDigits[byte >> 4], kDigits[byte & 0xF] };
+    }
+    return escaped;
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "LUMPlatform/NSError.h"
+#include "LUMPlatform/NSString.h"
+
+namespace lum {
+
+/// A name that leads nowhere but down: not empty, not absolute, and without ".", ".." or a NUL inside. It may
+/// be a path.
+bool staysInside(const NSRef<NSString>& name);
+/// The same, for what may be null and is no part of the path then.
+bool staysInsideOrNull(const NSRef<NSString>& name);
+
+/// Whether `path`, which begins with `folder`, is reached from there without a symbolic link that leads out
+/// of it, or nowhere. Its last component may be a link itself where `mayEndInLink`; what is not there stays
+/// inside.
+bool isReachedInside(const NSRef<NSString>& folder, const NSRef<NSString>& path, bool mayEndInLink = false);
+
+/// Stores what is wrong with a name that does not stay inside (-37), or with a path that is not reached there
+/// (-5000). Always false.
+bool refuseName(NSRef<NSError>* error);
+bool refuseLink(NSRef<NSError>* error);
+
+/// Whether there is an entry at `path`, be it a link that leads nowhere.
+bool isEntryAt(const NSRef<NSString>& path);
+
+/// The text with everything escaped that is not a letter, a digit, "-", ".", "_", "~" or "/"; null for null.
+NSRef<NSString> escapedForUrl(const NSRef<NSString>& text);
+
+}
