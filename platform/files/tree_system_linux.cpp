@@ -48,6 +48,22 @@ timespec timeOf(const statx_timestamp& from)
     return { from.tv_sec, from.tv_nsec };
 }
 
+void convert(const struct statx& from, TreeSystem::Details& to)
+{
+    to.mode = from.stx_mode;
+    to.identity = { makedev(from.stx_dev_major, from.stx_dev_minor), from.stx_ino };
+    to.special = makedev(from.stx_rdev_major, from.stx_rdev_minor);
+    to.owner = from.stx_uid;
+    to.group = from.stx_gid;
+    to.links = from.stx_nlink;
+    to.size = from.stx_size;
+    to.allocated = from.stx_blocks * 512;
+    to.accessed = timeOf(from.stx_atime);
+    to.modified = timeOf(from.stx_mtime);
+    if (from.stx_mask & STATX_BTIME)
+        to.born = timeOf(from.stx_btime);
+}
+
 /// The two numbers of a file system's id as one; its device number where it has no id.
 std::uint64_t volumeOf(const struct statfs& volume, dev_t device)
 {
@@ -128,18 +144,16 @@ public:
         if (file < 0)
             return file;
         const Closing closing(file);
-        struct stat found = {};
+        struct statx found = {};
         struct statfs volume = {};
-        struct statx more = {};
-        int result = retried([&] { return fstat(file, &found); });
+        constexpr unsigned kWanted = STATX_BASIC_STATS | STATX_BTIME;
+        int result = retried([&] { return statx(file, "", AT_EMPTY_PATH, kWanted, &found); });
         if (result == 0)
             result = retried([&] { return fstatfs(file, &volume); });
         if (result != 0)
             return result;
         convert(found, details);
-        details.volume = volumeOf(volume, found.st_dev);
-        if (statx(file, "", AT_EMPTY_PATH, STATX_BTIME, &more) == 0 && (more.stx_mask & STATX_BTIME))
-            details.born = timeOf(more.stx_btime);
+        details.volume = volumeOf(volume, details.identity.device);
         return 0;
     }
     int entries(int folder, std::vector<Entry>& entries) override
