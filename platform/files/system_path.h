@@ -1,14 +1,16 @@
 #pragma once
 
 #include "LUMPlatform/NSString.h"
+#include "platform/strings/utf_conversion.h"
 
 namespace platform {
 
-/// The bytes of a path; empty, which names nothing, for null and for a text that the system would cut off.
+/// The bytes of a path; empty, which names nothing, for null, for a text that the system would cut off at a
+/// NUL, and for one with half a surrogate pair, which must not name a file with a replacement character.
 inline std::string systemPath(const NSRef<NSString>& path)
 {
-    std::string bytes = path ? path->utf8() : std::string();
-    return bytes.find('\0') == std::string::npos ? bytes : std::string();
+    const auto bytes = path ? utf8FromUtf16(path->characters()) : std::nullopt;
+    return bytes && bytes->find('\0') == std::string::npos ? *bytes : std::string();
 }
 
 }

@@ -97,6 +97,18 @@ TEST_F(NSFileManagerItemsTest, DoesNotCutOffAPathAtItsNul)
     EXPECT_EQ(names(), "a");
 }
 
+TEST_F(NSFileManagerItemsTest, DoesNotTakeHalfACharacterForAReplacementCharacter)
+{
+    put("\xEF\xBF\xBD", "kept");
+    const char16_t half[] = { 0xD800, 0 };
+    const auto damaged = NSString::stringWithFormat("%@/%@", folder.string(), NSRef<NSString>(std::u16string_view(half, 1)));
+    EXPECT_FALSE(manager->fileExistsAtPath(damaged));
+    EXPECT_FALSE(manager->removeItemAtPath(damaged));
+    EXPECT_FALSE(manager->createFileAtPath(damaged, nullptr));
+    EXPECT_FALSE(NSData::dataWithContentsOfFile(damaged));
+    EXPECT_EQ(get("\xEF\xBF\xBD"), "kept");
+}
+
 TEST_F(NSFileManagerItemsTest, CreatesFiles)
 {
     EXPECT_TRUE(manager->createFileAtPath(path("a"), nullptr));
