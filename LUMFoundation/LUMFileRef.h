@@ -134,7 +134,8 @@ public:
     /// is there itself. A child is visible when the name of what it leads to does not begin with a full stop.
     ///
     /// Null, and no error, when this is not a folder. A listing that breaks off, or cannot begin, answers
-    /// what it had AND stores the error: test both. About 3 µs a child. Selector: childrenError:
+    /// what it had AND stores the error: test both. A handle on a link itself to a folder cannot begin one
+    /// (-120). About 3 µs a child. Selector: childrenError:
     NSRef<NSArray> childrenError(NSRef<NSError>* error = nullptr) const;
     /// The children one by one; null when this is not a folder that can be read.
     /// Selector: childEnumerator

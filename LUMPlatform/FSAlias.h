@@ -13,7 +13,7 @@ NS_EXPORT OSStatus FSNewAlias(const FSRef& target, NSRef<NSData>& record);
 /// Finds the object of a record, in another process and after a restart as well.
 ///
 /// It is looked for at its path; with the help of the system, where the process may pass any folder;
-/// on its volume from its old folder outward, for 250 ms at most; and when it is nowhere, what has replaced
+/// on its volume from its old folder outward, for a limited time; and when it is nowhere, what has replaced
 /// it counts: an object of the same kind at the very path, as is left by a program that saves to a new file.
 /// -43 when there is nothing of all this, -50 for bytes that are no record, and for null.
 NS_EXPORT OSStatus FSResolveAlias(const NSRef<NSData>& record, FSRef& target);

@@ -4,6 +4,8 @@
 #include "platform/files/alias_resolution.h"
 #include "platform/values/errno_status.h"
 
+#include <cerrno>
+
 using platform::kStatusBadParameter;
 using platform::kStatusNotFound;
 using platform::statusFromErrno;
@@ -16,6 +18,8 @@ OSStatus FSNewAlias(const FSRef& target, NSRef<NSData>& record)
     if (const int problem = platform::describeAlias(*target.node(), described); problem != 0)
         return statusFromErrno(-problem);
     const std::vector<std::byte> bytes = platform::encodeAlias(described);
+    if (bytes.empty())
+        return statusFromErrno(ENAMETOOLONG);
     record = NSData::dataWithBytes(bytes.data(), bytes.size());
     return 0;
 }

@@ -105,6 +105,22 @@ void DescriptorPool::disown(ReferenceNode& node, int descriptor)
     --mHeld;
 }
 
+void DescriptorPool::setGone(ReferenceNode& node)
+{
+    int closing = -1;
+    {
+        MutexLock held(mLock);
+        node.mPath = nullptr;
+        if (node.mDescriptor >= 0 && node.mPins == 0) {
+            closing = std::exchange(node.mDescriptor, -1);
+            unlink(node);
+            --mHeld;
+        }
+    }
+    if (closing >= 0)
+        NodeSystem::current().close(closing);
+}
+
 DescriptorPool::Place DescriptorPool::place(ReferenceNode& node)
 {
     MutexLock held(mLock);
@@ -244,19 +260,27 @@ std::vector<int> DescriptorPool::evictBeyond(std::size_t count)
 }
 
 /// Notes where the object is now. What the system calls "(deleted)" may be a file of that name, or an object
-/// that lost one of its names, so only a look tells whether that is a better hint than the old one.
+/// that lost one of its names, so only a look tells whether that is a better hint than the old one. An object
+/// without names is gone, unless its file system does not count them.
 void DescriptorPool::remember(ReferenceNode& node, const FileAttributes& attributes)
 {
     auto& system = NodeSystem::current();
+    const auto isAt = [&](const char* path) {
+        FileAttributes there;
+        return system.attributes(NodeSystem::kNoFolder, path, there) == 0 && isSame(node.mIdentity, there);
+    };
+    if (!node.mPath)
+        return;
+    if (attributes.links == 0) {
+        if (!isAt(node.mPath.get()))
+            node.mPath = nullptr;
+        return;
+    }
     std::string path;
-    if (attributes.links == 0 || system.pathOf(node.mDescriptor, path) != 0 || path == node.mPath.get())
+    if (system.pathOf(node.mDescriptor, path) != 0 || path == node.mPath.get())
         return;
-    FileAttributes there;
-    if (path.ends_with(" (deleted)")
-        && (system.attributes(NodeSystem::kNoFolder, path.c_str(), there) != 0
-            || !isSame(node.mIdentity, there)))
-        return;
-    node.mPath = copied(path);
+    if (!path.ends_with(" (deleted)") || isAt(path.c_str()))
+        node.mPath = copied(path);
 }
 
 }

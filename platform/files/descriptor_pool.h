@@ -57,11 +57,14 @@ public:
     /// what it did not open, and got the number since. Tells the object's attributes, or why there are none.
     static bool isStillOurs(
         const ReferenceNode& node, int descriptor, int& problem, FileAttributes& attributes);
+    /// Closes the descriptor of a node whose object is gone for good, once nobody uses it: the space of a
+    /// removed file is given back only then.
+    void setGone(ReferenceNode& node);
     /// Takes a descriptor from the node without closing it: something else has that number now.
     void disown(ReferenceNode& node, int descriptor);
 
     struct Place {
-        std::string path; ///< Empty when none is known.
+        std::string path; ///< Empty when the object is known to be gone.
         bool isHeld = false;
     };
     Place place(ReferenceNode& node);

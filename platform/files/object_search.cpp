@@ -21,7 +21,10 @@ public:
     }
 
     const std::string& found() const { return mFound; }
-    bool isOver() const { return !mFound.empty() || mEntriesLeft == 0 || Clock::now() >= mEnd; }
+    bool isOver() const
+    {
+        return !mFound.empty() || mEntriesLeft == 0 || (mFoldersRead >= kNearest && Clock::now() >= mEnd);
+    }
 
     /// Whether the object is at `path`.
     bool look(const std::string& path);
@@ -33,6 +36,10 @@ public:
     std::string folderNumbered(std::uint64_t inode, const std::string& path);
 
 private:
+    /// The nearest folders are read however slow the machine is: what was moved was mostly moved to one of
+    /// them.
+    static constexpr std::size_t kNearest = 100;
+
     void lookThrough(const std::string& path, std::deque<std::string>& folders, const std::string& except);
     bool mayBeSought(const FolderEntry& entry) const
     {
@@ -46,6 +53,7 @@ private:
     NodeSystem& mSystem = NodeSystem::current();
     const FileIdentity& mSought;
     std::size_t mEntriesLeft;
+    std::size_t mFoldersRead = 0;
     const Clock::time_point mEnd;
     std::string mFound;
 };
@@ -92,6 +100,7 @@ void Search::lookThrough(const std::string& path, std::deque<std::string>& folde
     const auto folder = opened(path, isElsewhere);
     if (!folder)
         return;
+    ++mFoldersRead;
     FolderReader reader(mSystem, *folder);
     FolderEntry entry;
     while (!isOver() && reader.next(entry) > 0) {

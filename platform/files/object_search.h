@@ -9,7 +9,7 @@ namespace platform {
 
 struct SearchLimits {
     std::size_t entries;
-    std::chrono::milliseconds time;
+    std::chrono::milliseconds time; ///< Does not count for the hundred nearest folders.
 };
 
 /// For what an accessor does on the way.

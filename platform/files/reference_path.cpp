@@ -71,8 +71,13 @@ private:
             mLocated.path = known;
             return 0;
         }
-        if (attributes.links == 0 || problem == -ENAMETOOLONG)
-            return problem == -ENAMETOOLONG ? problem : -ENOENT;
+        if (problem == -ENAMETOOLONG)
+            return problem;
+        if (attributes.links == 0) {
+            mLocated.lease = {};
+            mPool.setGone(mNode);
+            return -ENOENT;
+        }
         return search(known);
     }
 

@@ -67,6 +67,18 @@ TEST_F(LUMFileRefChildrenTest, AreEqualToHandlesByPath)
     EXPECT_EQ(pathOf(child), at("g"));
 }
 
+TEST_F(LUMFileRefChildrenTest, AreNotReadThroughAHandleOnALinkItself)
+{
+    folder("a");
+    file("a/f");
+    link("alias", "a");
+    const auto children = linkHandle("alias")->childrenError(&mError);
+    ASSERT_TRUE(children);
+    EXPECT_EQ(children->count(), 0u);
+    EXPECT_EQ(codeOf(mError), -120);
+    EXPECT_EQ(names(handle("alias")->childrenError()), "f ");
+}
+
 TEST_F(LUMFileRefChildrenTest, ThatCannotBeReadAreNoneWithTheError)
 {
     file("f");

@@ -222,11 +222,38 @@ TEST_F(FSRefLimitsTest, NoDescriptorIsKeptOnRemovableVolumes)
     EXPECT_EQ(openDescriptors(), before);
 }
 
+TEST_F(FSRefLimitsTest, TheSpaceOfARemovedFileIsGivenBackOnceItIsMissed)
+{
+    auto& pool = platform::DescriptorPool::shared();
+    const FSRef ref = refTo(file("f"));
+    remove("f");
+    EXPECT_EQ(pool.held(), 1u);
+    EXPECT_EQ(pathOf(ref), "(-43)");
+    EXPECT_EQ(pool.held(), 0u);
+    file("f");
+    EXPECT_EQ(pathOf(ref), "(-43)");
+    EXPECT_NE(FSCompareFSRefs(ref, refTo(at("f"))), 0);
+}
+
+TEST_F(FSRefLimitsTest, NothingIsSearchedForThatIsKnownToBeGone)
+{
+    const FSRef asked = refTo(file("f"));
+    const FSRef released = refTo(at("f"));
+    remove("f");
+    EXPECT_EQ(pathOf(asked), "(-43)");
+    FSReleaseDescriptors();
+    FaultyNodeSystem system;
+    system.fail(FaultyNodeSystem::OpenFolder, EIO);
+    EXPECT_EQ(pathOf(asked), "(-43)");
+    EXPECT_EQ(pathOf(released), "(-43)");
+    EXPECT_FALSE(system.hasFailed());
+}
+
 TEST_F(FSRefLimitsTest, AFailedSearchIsNotRepeatedAtOnce)
 {
     const FSRef ref = letGo(refTo(file("f")));
     remove("f");
-    EXPECT_EQ(pathOf(ref), "(-43)");
+    EXPECT_EQ(pathOf(ref), "(-43)") << "after a search, since nothing held it";
     FaultyNodeSystem system;
     system.fail(FaultyNodeSystem::OpenFolder, EIO);
     EXPECT_EQ(pathOf(ref), "(-43)");
