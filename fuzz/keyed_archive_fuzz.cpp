@@ -3,6 +3,7 @@
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSKeyedArchiver.h"
 #include "LUMPlatform/NSKeyedUnarchiver.h"
+#include "fuzz/leading_back.h"
 #include "fuzz/require.h"
 #include "tests/platform/archiving/node.h"
 

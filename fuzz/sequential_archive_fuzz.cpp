@@ -3,6 +3,7 @@
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSUnarchiver.h"
+#include "fuzz/leading_back.h"
 #include "fuzz/require.h"
 #include "tests/platform/archiving/node.h"
 

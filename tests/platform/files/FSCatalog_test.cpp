@@ -176,8 +176,10 @@ TEST_F(FSCatalogTest, TheOldNameIsInMacRoman)
         0);
     struct stat above;
     stat(mFolder.c_str(), &above);
-    EXPECT_EQ(spec.parID, static_cast<std::int32_t>(above.st_ino));
-    EXPECT_NE(spec.vRefNum, 0);
+    const std::int32_t parent = spec.parID; // the record is packed
+    const std::int16_t volume = spec.vRefNum;
+    EXPECT_EQ(parent, static_cast<std::int32_t>(above.st_ino));
+    EXPECT_NE(volume, 0);
 }
 
 TEST_F(FSCatalogTest, ANameThatIsNoOldNameIsRefused)
