@@ -30,8 +30,8 @@ class NSURL;
 /// aliases store null in it first. Nothing raises.
 ///
 /// Threads: one at a time. lock() and unlock() serve callers; no member takes that lock. Makers, and members
-/// that ask for a path, make a few system calls; a search for an object that is not where it was takes 50 ms
-/// at most.
+/// that ask for a path, make a few system calls; a search for an object that is not where it was is limited,
+/// see FSRefMakePath.
 ///
 /// A class derived by LUMFileRefSubclass gets class operations that make its own objects.
 class LUM_EXPORT LUMFileRef : public NSObject, public NSCoding, public NSLocking {
