@@ -101,7 +101,8 @@ TEST_F(NSFileManagerItemsTest, DoesNotTakeHalfACharacterForAReplacementCharacter
 {
     put("\xEF\xBF\xBD", "kept");
     const char16_t half[] = { 0xD800, 0 };
-    const auto damaged = NSString::stringWithFormat("%@/%@", folder.string(), NSRef<NSString>(std::u16string_view(half, 1)));
+    const auto damaged =
+        NSString::stringWithFormat("%@/%@", folder.string(), NSRef<NSString>(std::u16string_view(half, 1)));
     EXPECT_FALSE(manager->fileExistsAtPath(damaged));
     EXPECT_FALSE(manager->removeItemAtPath(damaged));
     EXPECT_FALSE(manager->createFileAtPath(damaged, nullptr));
