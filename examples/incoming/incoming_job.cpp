@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int kSteps = 6;
+constexpr int kSteps = 8;
 
 std::string reasonOf(const NSRef<NSError>& error, const char* otherwise)
 {
@@ -27,14 +27,15 @@ const NSClass& IncomingJob::classObject()
     return type;
 }
 
-NSRef<IncomingJob> IncomingJob::jobForFile(
-    const std::string& file, const std::string& into, const Executor& executor)
+NSRef<IncomingJob> IncomingJob::jobForFile(const std::string& file, const std::string& originals,
+    const IntakeBundle& bundle, const Executor& executor)
 {
-    return NSMake<IncomingJob>(file, into, executor);
+    return NSMake<IncomingJob>(file, originals, bundle, executor);
 }
 
-IncomingJob::IncomingJob(const std::string& file, const std::string& into, const Executor& executor)
-    : mFile(file), mInto(into), mExecutor(executor)
+IncomingJob::IncomingJob(const std::string& file, const std::string& originals, const IntakeBundle& bundle,
+    const Executor& executor)
+    : mFile(file), mOriginals(originals), mBundle(bundle), mExecutor(executor), mSource(file)
 {
     mReceipt.name = fs::path(file).stem().string();
 }
@@ -64,7 +65,8 @@ void IncomingJob::work()
     const bool whole = step(&IncomingJob::read) && step(&IncomingJob::digest) && step(&IncomingJob::compress)
         && step(&IncomingJob::store)
         // What is stored is seen through, so that no result is left without its source beside it.
-        && finishingStep(&IncomingJob::check) && finishingStep(&IncomingJob::moveSourceAway);
+        && finishingStep(&IncomingJob::check) && finishingStep(&IncomingJob::keepRecord)
+        && finishingStep(&IncomingJob::moveSourceAway) && finishingStep(&IncomingJob::keepRecord);
     mBytes = nullptr;
     mCompressed = nullptr;
     mReceipt.seconds = LUMAbsoluteTimeGetCurrent() - began;
@@ -116,38 +118,49 @@ bool IncomingJob::compress()
 
 bool IncomingJob::store()
 {
-    NSRef<NSError> error;
-    return mCompressed->writeToFile(resultPath(), true, &error)
-        || fail("cannot be stored: " + reasonOf(error, "unknown"));
+    const std::string problem = mBundle.store(mReceipt.name, mCompressed);
+    return problem.empty() || fail("cannot be stored: " + problem);
 }
 
 bool IncomingJob::check()
 {
-    NSRef<NSData> stored = NSData::dataWithContentsOfFile(resultPath());
-    return NSEqual(LUMData_Compression::gzipInflate(stored), mBytes)
+    return NSEqual(LUMData_Compression::gzipInflate(mBundle.compressed(mReceipt.name)), mBytes)
         || fail("does not inflate to the same bytes");
+}
+
+bool IncomingJob::keepRecord()
+{
+    const std::string problem = mBundle.keep(mReceipt, mSource);
+    return problem.empty() || fail("has no record: " + problem);
 }
 
 bool IncomingJob::moveSourceAway()
 {
-    const fs::path target = fs::path(mInto) / "originals" / mReceipt.name;
+    const fs::path target = fs::path(mOriginals) / mReceipt.name;
     std::error_code problem;
     fs::rename(mFile, target, problem);
-    if (problem == std::errc::cross_device_link) {
-        fs::copy_file(mFile, target, fs::copy_options::overwrite_existing, problem);
-        if (!problem)
-            fs::remove(mFile, problem);
-    }
+    if (problem == std::errc::cross_device_link)
+        return copySourceAway(target.string());
+    mSource = target.string();
     return !problem || fail("cannot be moved away: " + problem.message());
+}
+
+/// To another volume, where the source is another file: the record refers to that before the first one goes.
+bool IncomingJob::copySourceAway(const std::string& target)
+{
+    std::error_code problem;
+    fs::copy_file(mFile, target, fs::copy_options::overwrite_existing, problem);
+    if (problem)
+        return fail("cannot be copied away: " + problem.message());
+    mSource = target;
+    if (!keepRecord())
+        return false;
+    fs::remove(mFile, problem);
+    return !problem || fail("cannot be removed: " + problem.message());
 }
 
 bool IncomingJob::fail(const std::string& why)
 {
     mReceipt.failure = why;
     return false;
-}
-
-std::string IncomingJob::resultPath() const
-{
-    return (fs::path(mInto) / (mReceipt.name + ".gz")).string();
 }

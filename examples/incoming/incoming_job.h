@@ -1,9 +1,8 @@
 #pragma once
 
-#include "examples/incoming/receipt.h"
+#include "examples/incoming/intake_bundle.h"
 
 #include "LUMFoundation/LUMJob.h"
-#include "LUMPlatform/NSData.h"
 
 #include <atomic>
 #include <functional>
@@ -11,15 +10,16 @@
 /// Runs a job's work on some thread of its choice.
 using Executor = std::function<void(std::function<void()>)>;
 
-/// Takes one completed file in: compress, digest, store, check, move the source away.
+/// Takes one completed file in: compress, digest, store, check, keep a record, move the source away.
 ///
-/// The result appears under its name in one step, so whenever the work ends, by Ctrl-C or by a power cut,
-/// what stands there is whole.
+/// The result and the record appear under their names in one step each, so whenever the work ends, by Ctrl-C
+/// or by a power cut, what stands there is whole. The record is there before the source moves, and refers to
+/// the file itself, not to its path; it is kept once more afterwards, to know the new place.
 class IncomingJob : public LUMJob {
 public:
     static const NSClass& classObject();
-    static NSRef<IncomingJob> jobForFile(
-        const std::string& file, const std::string& into, const Executor& executor);
+    static NSRef<IncomingJob> jobForFile(const std::string& file, const std::string& originals,
+        const IntakeBundle& bundle, const Executor& executor);
 
     bool start() override; ///< Reports the start, then hands the work to the executor.
     void cancel() override; ///< What is not stored yet is given up, and reported as cancelled.
@@ -29,7 +29,8 @@ public:
     const Receipt& receipt() const { return mReceipt; } ///< Whole once the job has ended.
 
 protected:
-    IncomingJob(const std::string& file, const std::string& into, const Executor& executor);
+    IncomingJob(const std::string& file, const std::string& originals, const IntakeBundle& bundle,
+        const Executor& executor);
     ~IncomingJob() override;
 
 private:
@@ -41,14 +42,17 @@ private:
     bool compress();
     bool store();
     bool check();
+    bool keepRecord();
     bool moveSourceAway();
+    bool copySourceAway(const std::string& target);
     bool fail(const std::string& why);
-    std::string resultPath() const;
 
     const std::string mFile;
-    const std::string mInto;
+    const std::string mOriginals;
+    const IntakeBundle mBundle;
     const Executor mExecutor;
     Receipt mReceipt;
+    std::string mSource; // where the file is now
     NSRef<NSData> mBytes;
     NSRef<NSData> mCompressed;
     std::atomic<int> mStepsDone = 0;

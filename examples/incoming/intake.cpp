@@ -19,10 +19,10 @@ const NSClass& Intake::classObject()
     return type;
 }
 
-NSRef<Intake> Intake::intakeForFolder(const std::string& folder, const std::string& into, std::size_t jobs,
-    std::function<void(const Receipt&)> ended)
+NSRef<Intake> Intake::intakeForFolder(const std::string& folder, const std::string& originals,
+    const IntakeBundle& bundle, std::size_t jobs, std::function<void(const Receipt&)> ended)
 {
-    auto intake = NSMake<Intake>(into, jobs, std::move(ended));
+    auto intake = NSMake<Intake>(originals, bundle, jobs, std::move(ended));
     intake->mQueue->setDelegate(intake);
     intake->mWatcher = LUMIncomingFolderWatcher::initWithFolder(folder, "complete", "partial");
     if (!intake->mWatcher)
@@ -32,8 +32,13 @@ NSRef<Intake> Intake::intakeForFolder(const std::string& folder, const std::stri
     return intake;
 }
 
-Intake::Intake(const std::string& into, std::size_t jobs, std::function<void(const Receipt&)> ended)
-    : mInto(into), mEnded(std::move(ended)), mWorkers(jobs), mQueue(NSMake<LUMJobQueue>())
+Intake::Intake(const std::string& originals, const IntakeBundle& bundle, std::size_t jobs,
+    std::function<void(const Receipt&)> ended)
+    : mOriginals(originals)
+    , mBundle(bundle)
+    , mEnded(std::move(ended))
+    , mWorkers(jobs)
+    , mQueue(NSMake<LUMJobQueue>())
 {
     mQueue->setMaxConcurrentJobs(jobs);
 }
@@ -49,7 +54,7 @@ void Intake::fileArrived(const NSRef<NSNotification>& notification)
     if (mJobs.contains(file) || mFailed.contains(file))
         return;
     auto job = IncomingJob::jobForFile(
-        file, mInto, [this](std::function<void()> work) { mWorkers.run(std::move(work)); });
+        file, mOriginals, mBundle, [this](std::function<void()> work) { mWorkers.run(std::move(work)); });
     mJobs.emplace(file, job);
     mQueue->addJob(job);
     mQueue->startNextJobIfNeeded();

@@ -16,8 +16,8 @@ class Intake : public NSObject, public LUMJobQueueDelegate {
 public:
     static const NSClass& classObject();
     /// Null when the folder cannot be made. `ended` hears of every file, on the main thread.
-    static NSRef<Intake> intakeForFolder(const std::string& folder, const std::string& into, std::size_t jobs,
-        std::function<void(const Receipt&)> ended);
+    static NSRef<Intake> intakeForFolder(const std::string& folder, const std::string& originals,
+        const IntakeBundle& bundle, std::size_t jobs, std::function<void(const Receipt&)> ended);
 
     /// Takes no more files in; `idle` is called on the main thread once all that was begun has ended.
     void stop(std::function<void()> idle);
@@ -35,7 +35,8 @@ public:
     void jobQueueDidCompleteJob(LUMJobQueue&, LUMJob& job) override { bringToMainThread(job); }
 
 protected:
-    Intake(const std::string& into, std::size_t jobs, std::function<void(const Receipt&)> ended);
+    Intake(const std::string& originals, const IntakeBundle& bundle, std::size_t jobs,
+        std::function<void(const Receipt&)> ended);
     ~Intake() override;
 
 private:
@@ -43,7 +44,8 @@ private:
     void jobEnded(const NSRef<IncomingJob>& job);
     void becomeIdleIfDone();
 
-    const std::string mInto;
+    const std::string mOriginals;
+    const IntakeBundle mBundle;
     const std::function<void(const Receipt&)> mEnded;
     WorkerPool mWorkers;
     NSRef<LUMJobQueue> mQueue;

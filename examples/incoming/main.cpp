@@ -1,5 +1,7 @@
-// A drop folder that takes in what arrives: noticed, queued, compressed, digested, stored, checked.
+// A drop folder that takes in what arrives: noticed, queued, compressed, digested, checked, and kept in a
+// document bundle.
 
+#include "examples/incoming/closing.h"
 #include "examples/incoming/feeder.h"
 #include "examples/incoming/intake.h"
 #include "examples/incoming/options.h"
@@ -129,6 +131,12 @@ int run(const Options& options)
         std::fprintf(stderr, "incoming: cannot make %s: %s\n", into.c_str(), problem.message().c_str());
         return 1;
     }
+    NSCoding::registerClass<FileRecord>();
+    const IntakeBundle bundle(into + "/incoming.bundle");
+    if (const std::string reason = bundle.open(); !reason.empty()) {
+        std::fprintf(stderr, "incoming: cannot make %s: %s\n", bundle.path().c_str(), reason.c_str());
+        return 1;
+    }
 
     auto loop = NSRunLoop::main();
     bool interrupted = false;
@@ -140,8 +148,8 @@ int run(const Options& options)
     });
 
     Progress progress(isatty(STDOUT_FILENO) != 0);
-    auto intake = Intake::intakeForFolder(
-        folder, into, options.jobs ? options.jobs : LUMJobQueue::numCores(), [&](const Receipt& receipt) {
+    auto intake = Intake::intakeForFolder(folder, into + "/originals", bundle,
+        options.jobs ? options.jobs : LUMJobQueue::numCores(), [&](const Receipt& receipt) {
             progress.fileEnded(receipt);
             if (count && progress.filesEnded() == count)
                 stop();
@@ -176,9 +184,10 @@ int run(const Options& options)
 
     feeder.reset();
     progress.printTable();
+    const bool isClosed = closeIntake(into, bundle, progress.receipts());
     if (interrupted)
         return kInterrupted;
-    return progress.filesFailed() || feedFailed ? 1 : 0;
+    return progress.filesFailed() || feedFailed || !isClosed ? 1 : 0;
 }
 
 }

@@ -16,6 +16,7 @@ public:
     void refresh(std::size_t inWork, std::size_t waiting); ///< The live line; nothing elsewhere.
     void printTable();
 
+    const std::vector<Receipt>& receipts() const { return mReceipts; }
     std::size_t filesEnded() const { return mReceipts.size(); }
     std::size_t filesFailed() const { return mFailed; }
 

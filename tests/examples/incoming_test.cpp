@@ -42,6 +42,21 @@ protected:
 
     fs::path drop() const { return mScratch / "drop"; }
     fs::path into() const { return mScratch / "into"; }
+    fs::path bundle() const { return into() / "incoming.bundle"; }
+    /// The compressed file of a name.
+    fs::path result(const std::string& name) const { return resultIn(bundle(), name); }
+    static fs::path resultIn(const fs::path& bundle, const std::string& name)
+    {
+        return bundle / "Contents/Resources/compressed" / (name + ".gz");
+    }
+    /// Where the source of a name went, whatever the folder of originals is called now.
+    fs::path original(const std::string& name) const
+    {
+        for (const auto& entry : fs::directory_iterator(into()))
+            if (entry.path().filename().string().starts_with("originals") && fs::exists(entry.path() / name))
+                return entry.path() / name;
+        return {};
+    }
     fs::path temporary() const { return mScratch / "tmp"; }
     std::string outputFile() const { return (mScratch / "output").string(); }
 
@@ -76,20 +91,36 @@ protected:
         return { static_cast<const char*>(static_cast<const void*>(bytes->bytes().data())), bytes->length() };
     }
 
-    /// Every result that stands under its name inflates, and to what the source holds.
+    /// Every result that stands under its name inflates, and to what the source holds; a source that was
+    /// moved away has a record.
     std::size_t wholeResults() const
     {
         std::size_t whole = 0;
-        for (const auto& entry : fs::directory_iterator(into())) {
+        const fs::path folder = bundle() / "Contents/Resources/compressed";
+        if (!fs::exists(folder))
+            return whole;
+        for (const auto& entry : fs::directory_iterator(folder)) {
             if (entry.path().extension() != ".gz" || entry.path().filename().string().starts_with("."))
                 continue;
             const std::string name = entry.path().stem().string();
-            const fs::path moved = into() / "originals" / name;
+            const fs::path moved = original(name);
             const fs::path waiting = drop() / (name + ".complete");
-            EXPECT_EQ(inflated(entry.path()), bytesOf(fs::exists(moved) ? moved : waiting)) << name;
+            EXPECT_EQ(inflated(entry.path()), bytesOf(moved.empty() ? waiting : moved)) << name;
+            EXPECT_TRUE(moved.empty() || fs::exists(bundle() / "Contents/Objects" / (name + ".object")))
+                << name;
             ++whole;
         }
         return whole;
+    }
+
+    /// Whether the inspector finds nothing wrong; what it says comes after the output of the program.
+    bool isVerified() const
+    {
+        const std::string report = (mScratch / "report").string();
+        IncomingProcess inspector(LUM_BUNDLE_PROGRAM, { "verify", bundle().string() }, report);
+        const bool isFine = inspector.statusWithin(seconds(300)) == 0;
+        std::ofstream(outputFile(), std::ios::app) << bytesOf(report);
+        return isFine;
     }
 
     fs::path mScratch;
@@ -102,6 +133,10 @@ TEST_F(IncomingTest, FeedsItselfAndTakesEveryFileIn)
     ASSERT_EQ(incoming.statusWithin(seconds(100)), 0) << output();
     EXPECT_EQ(wholeResults(), 40u);
     EXPECT_NE(output().find("40 files, 0 failed"), std::string::npos) << output();
+    EXPECT_NE(output().find("originals renamed to originals-1; the records found 40 of 40 again"),
+        std::string::npos)
+        << output();
+    EXPECT_TRUE(isVerified()) << output();
 }
 
 TEST_F(IncomingTest, TakesInWhatLiesThereAndWhatArrives)
@@ -111,8 +146,8 @@ TEST_F(IncomingTest, TakesInWhatLiesThereAndWhatArrives)
         LUM_INCOMING_PROGRAM, { drop().string(), "--into", into().string(), "--count", "2" }, outputFile());
     put("after", "");
     ASSERT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
-    EXPECT_EQ(inflated(into() / "before.gz"), "was there");
-    EXPECT_EQ(inflated(into() / "after.gz"), "");
+    EXPECT_EQ(inflated(result("before")), "was there");
+    EXPECT_EQ(inflated(result("after")), "");
     EXPECT_TRUE(fs::is_empty(drop()));
 }
 
@@ -124,7 +159,7 @@ TEST_F(IncomingTest, LeavesUnfinishedFilesAlone)
         LUM_INCOMING_PROGRAM, { drop().string(), "--into", into().string(), "--count", "1" }, outputFile());
     ASSERT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
     EXPECT_TRUE(fs::exists(drop() / "growing.partial"));
-    EXPECT_FALSE(fs::exists(into() / "growing.gz"));
+    EXPECT_FALSE(fs::exists(result("growing")));
 }
 
 TEST_F(IncomingTest, FailsWhenAFileFailed)
@@ -146,10 +181,10 @@ TEST_F(IncomingTest, StopsCleanlyOnCtrlC)
     }
     incoming.signal(SIGINT);
     EXPECT_EQ(incoming.statusWithin(seconds(60)), 130) << output();
-    for (const auto& entry : fs::directory_iterator(into()))
-        EXPECT_TRUE(entry.path().extension() == ".gz" || entry.path().filename() == "originals")
-            << entry.path();
-    wholeResults();
+    for (const auto& entry : fs::recursive_directory_iterator(bundle()))
+        EXPECT_FALSE(entry.path().filename().string().starts_with(".")) << entry.path() << " is half written";
+    EXPECT_GT(wholeResults(), 0u);
+    EXPECT_TRUE(isVerified()) << output();
     EXPECT_TRUE(fs::is_empty(temporary())) << "the folder it fed is left behind";
 }
 
@@ -158,7 +193,7 @@ TEST_F(IncomingTest, StoresBesideAFolderThatIsGivenWithASlash)
     put("a", "text");
     IncomingProcess incoming(LUM_INCOMING_PROGRAM, { drop().string() + "//", "--count", "1" }, outputFile());
     EXPECT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
-    EXPECT_EQ(inflated(drop().string() + "-done/a.gz"), "text");
+    EXPECT_EQ(inflated(resultIn(drop().string() + "-done/incoming.bundle", "a")), "text");
     EXPECT_TRUE(fs::is_empty(drop()));
 }
 
@@ -192,6 +227,7 @@ TEST_F(IncomingTest, LeavesOnlyWholeResultsWhenKilledAtAnyPoint)
         ASSERT_EQ(last.statusWithin(seconds(60)), 0) << output();
     }
     EXPECT_EQ(wholeResults(), 12u * 20u) << "what a kill cut off is taken in by the next run";
+    EXPECT_TRUE(isVerified()) << output();
 }
 
 TEST_F(IncomingTest, LosesAndDoublesNoneOfVeryManyFiles)
@@ -210,9 +246,37 @@ TEST_F(IncomingTest, LosesAndDoublesNoneOfVeryManyFiles)
     EXPECT_EQ(reported.size(), static_cast<std::size_t>(kFiles));
     for (int file = 0; file < kFiles; ++file) {
         ASSERT_EQ(reported.count(std::to_string(file)), 1u) << file;
-        ASSERT_EQ(inflated(into() / (std::to_string(file) + ".gz")), std::to_string(file));
+        ASSERT_EQ(inflated(result(std::to_string(file))), std::to_string(file));
     }
     EXPECT_TRUE(fs::is_empty(drop()));
+}
+
+TEST_F(IncomingTest, AddsToTheBundleOfAnEarlierRun)
+{
+    for (const char* name : { "first", "second" }) {
+        put(name, name);
+        IncomingProcess incoming(LUM_INCOMING_PROGRAM,
+            { drop().string(), "--into", into().string(), "--count", "1" }, outputFile());
+        ASSERT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
+    }
+    EXPECT_EQ(wholeResults(), 2u);
+    EXPECT_TRUE(fs::exists(into() / "originals-1/first"));
+    EXPECT_TRUE(fs::exists(into() / "originals-2/second"));
+    EXPECT_TRUE(isVerified()) << output();
+}
+
+TEST_F(IncomingTest, TakesInNamesWithEveryCharacter)
+{
+    const std::string names[] = { ".hidden", "a b#c?d%41&=+;:'\"", "\xc3\xa4\xe2\x99\xab", "a.b.c",
+        std::string(240, 'x') };
+    for (const std::string& name : names)
+        put(name, name);
+    IncomingProcess incoming(
+        LUM_INCOMING_PROGRAM, { drop().string(), "--into", into().string(), "--count", "5" }, outputFile());
+    ASSERT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
+    for (const std::string& name : names)
+        EXPECT_EQ(inflated(result(name)), name);
+    EXPECT_TRUE(isVerified()) << output();
 }
 
 TEST_F(IncomingTest, ExplainsItselfWhenTheWordsMakeNoSense)

@@ -1,0 +1,146 @@
+#include "tests/examples/incoming_process.h"
+
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sstream>
+
+namespace fs = std::filesystem;
+using std::chrono::seconds;
+using testing::HasSubstr;
+
+namespace {
+
+/// A bundle of three files that were taken in, and the inspector.
+class BundleTest : public testing::Test {
+protected:
+    BundleTest()
+    {
+        std::string made = (fs::temp_directory_path() / "bundle-test-XXXXXX").string();
+        mScratch = mkdtemp(made.data());
+        fs::create_directory(mScratch / "drop");
+        for (const char* name : { "one", "two", "three" })
+            std::ofstream(mScratch / "drop" / (std::string(name) + ".complete")) << "text of " << name;
+        IncomingProcess incoming(LUM_INCOMING_PROGRAM,
+            { (mScratch / "drop").string(), "--into", into().string(), "--count", "3" }, outputFile());
+        EXPECT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
+    }
+    ~BundleTest() override { fs::remove_all(mScratch); }
+
+    fs::path into() const { return mScratch / "into"; }
+    fs::path bundle() const { return into() / "incoming.bundle"; }
+    fs::path compressed(const std::string& name) const
+    {
+        return bundle() / "Contents/Resources/compressed" / (name + ".gz");
+    }
+    std::string outputFile() const { return (mScratch / "output").string(); }
+    std::string output() const
+    {
+        std::ifstream file(outputFile());
+        std::ostringstream text;
+        text << file.rdbuf();
+        return text.str();
+    }
+    int statusOf(const std::vector<std::string>& words) const
+    {
+        IncomingProcess inspector(LUM_BUNDLE_PROGRAM, words, outputFile());
+        return inspector.statusWithin(seconds(60)).value_or(-1);
+    }
+    int verified() const { return statusOf({ "verify", bundle().string() }); }
+
+    fs::path mScratch;
+};
+
+TEST_F(BundleTest, ListsWhatIsThereByDomain)
+{
+    EXPECT_EQ(statusOf({ "list", bundle().string() }), 0);
+    EXPECT_THAT(output(), HasSubstr("creator Inco, type Take\n"));
+    EXPECT_THAT(output(),
+        HasSubstr(
+            "document\n  dictionary  6 entries\n  object      one\n  object      three\n  object      two\n"
+            "  resource    compressed/one.gz"));
+    EXPECT_THAT(output(), HasSubstr("digests\n  dictionary  3 entries\n"));
+}
+
+TEST_F(BundleTest, ShowsARecordWithThePlaceOfItsSourceNow)
+{
+    fs::rename(into() / "originals-1", into() / "elsewhere");
+    EXPECT_EQ(statusOf({ "show", bundle().string(), "two" }), 0);
+    EXPECT_THAT(output(), HasSubstr("name    two\nsize    11\n"));
+    EXPECT_THAT(output(), HasSubstr("source  " + (fs::canonical(into()) / "elsewhere/two").string()));
+}
+
+TEST_F(BundleTest, PrintsADictionaryAsAPropertyList)
+{
+    EXPECT_EQ(statusOf({ "plist", bundle().string(), "document" }), 0);
+    EXPECT_THAT(output(), HasSubstr("<key>files</key>\n\t<integer>3</integer>"));
+    EXPECT_EQ(statusOf({ "plist", bundle().string(), "digests" }), 0);
+    EXPECT_THAT(output(), HasSubstr("<key>one</key>"));
+}
+
+TEST_F(BundleTest, FailsForWhatIsNotThere)
+{
+    EXPECT_EQ(statusOf({ "show", bundle().string(), "none" }), 1);
+    EXPECT_EQ(statusOf({ "plist", bundle().string(), "none" }), 1);
+    EXPECT_EQ(statusOf({ "list", (mScratch / "none").string() }), 1);
+    EXPECT_EQ(statusOf({ "show", bundle().string(), "../../Info.plist" }), 1);
+}
+
+TEST_F(BundleTest, VerifiesABundleThatIsWhole)
+{
+    EXPECT_EQ(verified(), 0) << output();
+    EXPECT_EQ(output(), "3 objects, 3 records of files, 0 problems\n");
+}
+
+TEST_F(BundleTest, VerifiesABundleThatWasMoved)
+{
+    fs::rename(bundle(), mScratch / "moved");
+    EXPECT_EQ(statusOf({ "verify", (mScratch / "moved").string() }), 0) << output();
+}
+
+TEST_F(BundleTest, TellsOfAResourceThatIsMissingOrChanged)
+{
+    fs::remove(compressed("one"));
+    fs::copy_file(compressed("three"), compressed("two"), fs::copy_options::overwrite_existing);
+    EXPECT_EQ(verified(), 1);
+    EXPECT_EQ(output(),
+        "one: there is no compressed file that inflates\n"
+        "two, compressed: not the bytes that the record tells of\n"
+        "3 objects, 3 records of files, 2 problems\n");
+}
+
+TEST_F(BundleTest, TellsOfASourceThatIsGoneOrChanged)
+{
+    fs::remove(into() / "originals-1/one");
+    std::ofstream(into() / "originals-1/two", std::ios::app) << "!";
+    EXPECT_EQ(verified(), 1);
+    EXPECT_THAT(output(), HasSubstr("one: the source is not found\n"));
+    EXPECT_THAT(output(), HasSubstr("two, source: not the bytes that the record tells of\n"));
+}
+
+TEST_F(BundleTest, TellsOfAnObjectThatCannotBeRead)
+{
+    std::ofstream(bundle() / "Contents/Objects/one.object") << "no archive";
+    EXPECT_EQ(verified(), 1);
+    EXPECT_THAT(output(), HasSubstr("one: NSInvalidArgumentException: the data is no keyed archive\n"));
+    EXPECT_THAT(output(), HasSubstr("one: a digest without a record\n")); // what it was is not known now
+}
+
+TEST_F(BundleTest, TellsOfADictionaryThatCannotBeRead)
+{
+    std::ofstream(bundle() / "Contents/digests.plist") << "(";
+    EXPECT_EQ(verified(), 1);
+    EXPECT_THAT(output(), HasSubstr("digests: its dictionary cannot be read\n"));
+}
+
+TEST_F(BundleTest, ExplainsItselfWhenTheWordsMakeNoSense)
+{
+    EXPECT_EQ(statusOf({}), 2);
+    EXPECT_EQ(statusOf({ "show", bundle().string() }), 2);
+    EXPECT_EQ(statusOf({ "erase", bundle().string() }), 2);
+    EXPECT_THAT(output(), HasSubstr("bundle verify BUNDLE"));
+    EXPECT_EQ(statusOf({ "--help" }), 0);
+}
+
+}
