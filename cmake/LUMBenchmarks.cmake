@@ -1,4 +1,4 @@
-# lum_add_benchmark(<name> <sources>... [PEERS libdeflate boost qt gnustep])
+# lum_add_benchmark(<name> <sources>... [PEERS libdeflate libplist boost qt gnustep])
 #
 # One Google Benchmark executable; benchmarks/README.md says how its rows are named. A peer that is there is linked, with
 # LUM_PEER_QT and so on defined; one that is not drops its rows, and benchmarks/run tells so. Sources in Objective-C++
@@ -7,10 +7,12 @@ find_package(benchmark REQUIRED)
 find_package(Boost QUIET)
 find_package(Qt6 QUIET COMPONENTS Core)
 pkg_check_modules(LIBDEFLATE QUIET IMPORTED_TARGET libdeflate)
+pkg_check_modules(LIBPLIST QUIET IMPORTED_TARGET libplist-2.0)
 
 set(LUM_PEER_boost Boost::headers)
 set(LUM_PEER_qt Qt6::Core)
 set(LUM_PEER_libdeflate PkgConfig::LIBDEFLATE)
+set(LUM_PEER_libplist PkgConfig::LIBPLIST)
 set(LUM_PEER_gnustep lum_gnustep)
 
 find_program(GNUSTEP_CONFIG gnustep-config)

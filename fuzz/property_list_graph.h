@@ -4,9 +4,9 @@
 #include "LUMPlatform/NSPropertyListSerialization.h"
 #include "fuzz/require.h"
 
-/// What a reader made of the bytes is written in binary, read again and written once more, which gives the same
-/// bytes: these tell apart what differs in value or type. In XML, which cannot hold all of it, the same holds for
-/// what can be written.
+/// What a reader made of the bytes is written in binary, read again and written once more, which gives the
+/// same bytes: these tell apart what differs in value or type. In XML, which cannot hold all of it, the same
+/// holds for what can be written.
 inline void requireThatItComesBack(const NSId& propertyList)
 {
     for (auto format : { NSPropertyListBinaryFormat_v1_0, NSPropertyListXMLFormat_v1_0 }) {
