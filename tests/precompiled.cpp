@@ -1,2 +1,1 @@
-// Carries the headers that cmake/LUMTesting.cmake has read ahead of the tests; there is nothing to add to
-// them.
+// Carries the headers that cmake/LUMTesting.cmake has read ahead of the tests.
