@@ -17,8 +17,10 @@ class KeyedDecoder;
 /// Bytes that are no keyed archive raise NSInvalidArgumentException. An archive that is broken inside, that
 /// names a class that is not registered (NSCoding), holds another type than the one asked for, or goes beyond
 /// the limits raises NSInvalidUnarchiveOperationException; from then on, and after finishDecoding, everything
-/// does. Reading takes time and memory linear in the bytes. The depth that is limited is that of classes that
-/// decode themselves inside each other; collections are filled without recursion. Threads: one at a time.
+/// does, and collections that were made are empty, so that none keeps itself alive; in a graph that is read
+/// and leads back into itself that is the reader's to do. Reading takes time and memory linear in the bytes.
+/// The depth that is limited is that of classes that decode themselves inside each other; collections are
+/// filled without recursion. Threads: one at a time.
 ///
 ///     auto unarchiver = NSKeyedUnarchiver::initForReadingWithData(data);
 ///     unarchiver->setDelegate(standIns);

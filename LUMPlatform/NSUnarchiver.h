@@ -4,6 +4,7 @@
 #include "LUMPlatform/NSDecodingLimits.h"
 
 #include <memory>
+#include <vector>
 
 class NSData;
 namespace platform {
@@ -15,8 +16,9 @@ struct ClassCoding;
 ///
 /// Bytes that are no such archive, a keyed one for instance, and archives that are broken raise
 /// NSInconsistentArchiveException. A class that is not registered (NSCoding), an object of another class than
-/// the one asked for, and nesting beyond the limits raise NSInvalidUnarchiveOperationException. Objects that
-/// were made until then end. Threads: one at a time.
+/// the one asked for, and nesting beyond the limits raise NSInvalidUnarchiveOperationException. Collections
+/// that were made until then are emptied, so that none keeps itself alive; in a graph that is read and leads
+/// back into itself that is the reader's to do. Threads: one at a time.
 class NS_EXPORT NSUnarchiver : public NSCoder {
 public:
     static const NSClass& classObject();
@@ -45,13 +47,15 @@ protected:
     void decodeGroup(std::span<const char* const> types, std::span<NSResult> results) override;
 
 private:
+    template<typename Read> auto guarded(const Read& read);
     NSId readObject();
     NSId makeObject(const platform::ClassCoding& coding);
 
     std::unique_ptr<platform::SequentialReader> mReader;
     const NSDecodingLimits mLimits;
     std::size_t mMaking = 0; // the number of the object that is being made, when there is one
-    NSUInteger mDepth = 0;
+    NSUInteger mDepth = 0; // of objects inside each other
+    std::vector<std::size_t> mCollections; // the numbers of those begun in the call that is being served
 };
 
 /// Bytes are no sequential archive, or a broken one.

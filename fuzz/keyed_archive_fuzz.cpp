@@ -3,9 +3,9 @@
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSKeyedArchiver.h"
 #include "LUMPlatform/NSKeyedUnarchiver.h"
+#include "fuzz/archived_node.h"
 #include "fuzz/leading_back.h"
 #include "fuzz/require.h"
-#include "tests/platform/archiving/node.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -15,13 +15,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     try {
         read = NSKeyedUnarchiver::unarchiveObjectWithData(NSData::dataWithBytes(data, size));
     } catch (const NSException&) {
+        Node::cutAll(nullptr);
         return 0;
     }
     // The second round has the order and the types that this library writes, and changes no more.
-    auto archive = NSKeyedArchiver::archivedDataWithRootObject(
-        NSKeyedUnarchiver::unarchiveObjectWithData(NSKeyedArchiver::archivedDataWithRootObject(read)));
-    auto again =
-        NSKeyedArchiver::archivedDataWithRootObject(NSKeyedUnarchiver::unarchiveObjectWithData(archive));
-    require(again->isEqualToData(archive));
+    const NSId second =
+        NSKeyedUnarchiver::unarchiveObjectWithData(NSKeyedArchiver::archivedDataWithRootObject(read));
+    auto archive = NSKeyedArchiver::archivedDataWithRootObject(second);
+    const NSId third = NSKeyedUnarchiver::unarchiveObjectWithData(archive);
+    require(NSKeyedArchiver::archivedDataWithRootObject(third)->isEqualToData(archive));
+    for (const NSId& root : { read, second, third })
+        Node::cutAll(root);
     return 0;
 }

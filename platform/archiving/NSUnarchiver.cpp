@@ -3,6 +3,7 @@
 #include "LUMPlatform/NSClass.h"
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSString.h"
+#include "platform/archiving/collection_filling.h"
 #include "platform/archiving/nesting_depth.h"
 #include "platform/archiving/sequential_content.h"
 #include "platform/archiving/sequential_scalars.h"
@@ -54,11 +55,29 @@ bool NSUnarchiver::isAtEnd() const
     return mReader->isAtEnd();
 }
 
+/// When reading fails nobody gets what was made, so it must not keep itself alive.
+template<typename Read> auto NSUnarchiver::guarded(const Read& read)
+{
+    if (mDepth > 0)
+        return read();
+    try {
+        mCollections.clear();
+        return read();
+    } catch (...) {
+        for (std::size_t number : mCollections)
+            if (const NSId collection = mReader->announced(number))
+                platform::emptyCollection(*collection);
+        throw;
+    }
+}
+
 NSId NSUnarchiver::nextObject()
 {
-    if (mReader->readSharedText() != "@")
-        mReader->fault("there is no object");
-    return readObject();
+    return guarded([&] {
+        if (mReader->readSharedText() != "@")
+            mReader->fault("there is no object");
+        return readObject();
+    });
 }
 
 const void* NSUnarchiver::decodeBytesWithReturnedLength(NSUInteger* length)
@@ -71,17 +90,19 @@ const void* NSUnarchiver::decodeBytesWithReturnedLength(NSUInteger* length)
 
 void NSUnarchiver::decodeGroup(std::span<const char* const> types, std::span<NSResult> results)
 {
-    const std::string_view written = mReader->readSharedText();
-    if (written.size() != types.size())
-        throw NSException(NSInvalidUnarchiveOperationException,
-            "the archive holds values of types \"" + std::string(written) + "\" where "
-                + std::to_string(types.size()) + " are asked for");
-    for (std::size_t at = 0; at < types.size(); ++at) {
-        if (written[at] == '@' && types[at][0] == '@')
-            results[at].take(readObject());
-        else
-            results[at].set(platform::readScalar(*mReader, written[at], types[at]));
-    }
+    guarded([&] {
+        const std::string_view written = mReader->readSharedText();
+        if (written.size() != types.size())
+            throw NSException(NSInvalidUnarchiveOperationException,
+                "the archive holds values of types \"" + std::string(written) + "\" where "
+                    + std::to_string(types.size()) + " are asked for");
+        for (std::size_t at = 0; at < types.size(); ++at) {
+            if (written[at] == '@' && types[at][0] == '@')
+                results[at].take(readObject());
+            else
+                results[at].set(platform::readScalar(*mReader, written[at], types[at]));
+        }
+    });
 }
 
 NSId NSUnarchiver::readObject()
@@ -102,6 +123,8 @@ NSId NSUnarchiver::readObject()
         throw NSException(NSInvalidUnarchiveOperationException, "the archive is beyond the limits");
     const platform::NestingDepth depth(mDepth);
     const std::size_t outer = std::exchange(mMaking, reference.number);
+    if (coding->kind != platform::CodedKind::Custom)
+        mCollections.push_back(reference.number);
     const NSId object = makeObject(*coding);
     mMaking = outer;
     mReader->setObject(reference.number, object);

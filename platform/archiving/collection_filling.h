@@ -20,14 +20,16 @@ template<typename Fill> void fillingCollection(const Fill& fill)
     }
 }
 
-/// Fills collections that nobody but an unarchiver has seen. They have to exist before their elements do,
-/// which may lead back to them; once filled they never change again, as any other of their class.
+/// Fills, or empties, collections that nobody but an unarchiver has seen. They have to exist before their
+/// elements do, which may lead back to them; once filled they never change again, as any other of their
+/// class.
 class ArrayFilling : public NSArray {
 public:
     static void fill(NSArray& array, std::vector<NSId> objects)
     {
         array.*(&ArrayFilling::mObjects) = std::move(objects);
     }
+    static void empty(NSArray& array) { fill(array, {}); }
 };
 
 class DictionaryFilling : public NSDictionary {
@@ -38,6 +40,11 @@ public:
             for (std::size_t at = 0; at < keys.size(); ++at)
                 (dictionary.*(&DictionaryFilling::set))(objects[at], keys[at], "an archive:");
         });
+    }
+    static void empty(NSDictionary& dictionary)
+    {
+        (dictionary.*(&DictionaryFilling::mTable))
+            .swap((*NSMake<NSDictionary>()).*(&DictionaryFilling::mTable));
     }
 };
 
@@ -50,6 +57,21 @@ public:
                 (set.*(&SetFilling::add))(object);
         });
     }
+    static void empty(NSSet& set)
+    {
+        (set.*(&SetFilling::mTable)).swap((*NSMake<NSSet>()).*(&SetFilling::mTable));
+    }
 };
+
+/// Cuts what a collection leads to off: collections that lead back to themselves keep themselves alive.
+inline void emptyCollection(NSObject& object)
+{
+    if (auto* array = NSDowncast<NSArray>(&object))
+        ArrayFilling::empty(*array);
+    else if (auto* dictionary = NSDowncast<NSDictionary>(&object))
+        DictionaryFilling::empty(*dictionary);
+    else if (auto* set = NSDowncast<NSSet>(&object))
+        SetFilling::empty(*set);
+}
 
 }

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::uint64_t kTopNumber = ~std::uint64_t { 0 }; // the top decodes itself, but is no object
 
-NSId emptyCollection(CodedKind kind)
+NSId newCollection(CodedKind kind)
 {
     switch (kind) {
     case CodedKind::Array:
@@ -54,15 +54,30 @@ template<typename Decode> auto KeyedDecoder::guarded(const Decode& decode)
     if (mIsFinished || mHasFailed)
         throw NSException(NSInvalidUnarchiveOperationException,
             mIsFinished ? "the unarchiver has finished" : "the unarchiver has raised before");
+    const NestingDepth call(mCalls);
     try {
-        return decode();
+        auto result = decode();
+        if (mCalls == 1)
+            mCollections.clear();
+        return result;
     } catch (const PropertyListFault& fault) {
-        mHasFailed = true;
+        giveUp();
         throw NSException(NSInvalidUnarchiveOperationException, "the archive is broken: " + fault.text);
     } catch (...) {
-        mHasFailed = true;
+        giveUp();
         throw;
     }
+}
+
+/// Nobody gets what was made, so it must not keep itself alive.
+void KeyedDecoder::giveUp()
+{
+    mHasFailed = true;
+    if (mCalls > 1)
+        return;
+    for (const NSId& collection : mCollections)
+        emptyCollection(*collection);
+    mCollections.clear();
 }
 
 std::optional<KeyedDecoder::Object> KeyedDecoder::value(const NSString* key)
@@ -287,7 +302,8 @@ void KeyedDecoder::beginCollection(std::uint64_t number, const Object& dictionar
         if (collection.keys.count != collection.elements.count)
             throw PropertyListFault("a dictionary has not as many keys as values");
     }
-    mKnown[number].object = emptyCollection(kind);
+    mKnown[number].object = newCollection(kind);
+    mCollections.push_back(mKnown[number].object);
     collection.made.reserve(collection.keys.count + collection.elements.count);
     mOpen.push_back(std::move(collection));
 }

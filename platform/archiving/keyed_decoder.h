@@ -64,6 +64,7 @@ private:
     };
 
     template<typename Decode> auto guarded(const Decode& decode);
+    void giveUp();
     std::optional<Object> value(const NSString* key);
     [[noreturn]] static void wrongType(const NSString* key);
 
@@ -91,8 +92,10 @@ private:
 
     std::vector<Known> mKnown; // by number
     std::vector<Open> mOpen;
+    std::vector<NSId> mCollections; // begun in the call from outside that is being served
     Current mCurrent;
-    NSUInteger mDepth = 0;
+    NSUInteger mDepth = 0; // of objects that decode themselves
+    NSUInteger mCalls = 0; // inside each other
 };
 
 }

@@ -208,6 +208,17 @@ TEST_F(KeyedGraphsTest, RaiseForRecordsOfClassesThatShareTheirBytes)
     EXPECT_EQ(nameRaisedBy([&] { return NSKeyedUnarchiver::unarchiveObjectWithData(data); }), kUnarchive);
 }
 
+TEST_F(KeyedGraphsTest, LeakNothingWhenTheyAreBrokenAndLeadIntoThemselves)
+{
+    for (const char* name : { "NSArray", "NSMutableArray", "NSSet" })
+        EXPECT_EQ(nameRaisedBy([&] {
+            return NSKeyedUnarchiver::unarchiveObjectWithData(
+                archiveOfSlots(NSArray::of(slotObject(2, "NS.objects", NSArray::of(uid(3), uid(9))),
+                    classRecord(name), slotObject(2, "NS.objects", NSArray::of(uid(1), uid(3))))));
+        }),
+            kUnarchive);
+}
+
 TEST_F(KeyedGraphsTest, HoldSetsOfWhatLeadsBackToThem)
 {
     auto node = Node::named("a");
