@@ -20,12 +20,16 @@ NSUInteger NSArraySearch(
         return count;
     if (compare(value, sorted->objectAtIndex(0), context) < 0)
         return 0;
-    // Halving without a branch on what the comparison said, which would be guessed wrongly every other time.
+    // With a branch on what the comparison said: a processor that guesses it fetches the next element
+    // meanwhile, and waiting for memory costs more than half of the guesses being wrong.
     NSUInteger low = 0; // what comes before is less, and one of it and the `length` next is the answer
     for (NSUInteger length = count - 1; length > 0;) {
         const NSUInteger half = (length + 1) / 2;
-        low += isLess(low + half - 1) ? half : 0;
-        length -= half;
+        if (isLess(low + half - 1)) {
+            low += half;
+            length -= half;
+        } else
+            length = half - 1;
     }
     return low;
 }
