@@ -1,5 +1,7 @@
 #include "platform/files/copy_content.h"
 
+#include "platform/files/write_all.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <limits>
@@ -12,19 +14,6 @@ namespace {
 
 constexpr std::size_t kRange = std::size_t { 64 } << 20;
 constexpr std::size_t kBlock = std::size_t { 128 } << 10;
-
-int writeAll(TreeSystem& system, int file, std::span<const std::byte> bytes)
-{
-    while (!bytes.empty()) {
-        const ssize_t written = system.write(file, bytes);
-        if (written < 0)
-            return static_cast<int>(written);
-        if (written == 0)
-            return -EIO; // else this would never end
-        bytes = bytes.subspan(static_cast<std::size_t>(written));
-    }
-    return 0;
-}
 
 int copyByBlocks(TreeSystem& system, int from, int to, std::uint64_t length)
 {

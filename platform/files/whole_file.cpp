@@ -2,6 +2,7 @@
 
 #include "platform/files/hidden_name.h"
 #include "platform/files/open_file.h"
+#include "platform/files/write_all.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -46,19 +47,6 @@ int followLinks(FileSystem& files, std::string& path, FileSystem::Status& status
 std::string nameOf(const std::string& path)
 {
     return path.substr(path.rfind('/') + 1); // all of it without a slash
-}
-
-int writeAll(FileSystem& files, int file, std::span<const std::byte> bytes)
-{
-    while (!bytes.empty()) {
-        ssize_t written = files.write(file, bytes);
-        if (written < 0)
-            return static_cast<int>(written);
-        if (written == 0)
-            return -EIO; // else this would never end
-        bytes = bytes.subspan(static_cast<std::size_t>(written));
-    }
-    return 0;
 }
 
 /// Owner before permissions, since a new owner drops some. Without the right to give a file away the new one
