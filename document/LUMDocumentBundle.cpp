@@ -7,14 +7,12 @@
 #include "LUMPlatform/NSPropertyListSerialization.h"
 #include "LUMPlatform/NSURL.h"
 #include "core/status_error.h"
+#include "core/statuses.h"
 #include "document/bundle_layout.h"
 #include "document/bundle_paths.h"
 #include "document/package_info.h"
 
 namespace {
-
-constexpr OSStatus kFailed = 1;
-constexpr OSStatus kNotFound = -43;
 
 }
 
@@ -63,7 +61,7 @@ NSRef<LUMDocumentBundle> LUMDocumentBundle::documentBundleWithFileRef(
 bool LUMDocumentBundle::setUpWithFileRef(const NSRef<LUMFileRef>& fileRef, NSRef<NSError>* error)
 {
     if (!fileRef || !fileRef->isDirectory())
-        return lum::fail(error, kFailed);
+        return lum::fail(error, lum::kStatusFailed);
     mFileRef = fileRef;
     return true;
 }
@@ -71,12 +69,12 @@ bool LUMDocumentBundle::setUpWithFileRef(const NSRef<LUMFileRef>& fileRef, NSRef
 bool LUMDocumentBundle::setUpWithURL(const NSRef<NSURL>& url, bool create, NSRef<NSError>* error)
 {
     if (!url)
-        return lum::fail(error, kFailed);
+        return lum::fail(error, lum::kStatusFailed);
     if (!url->isFileURL())
-        return lum::fail(error, kNotFound);
+        return lum::fail(error, lum::kStatusNotFound);
     NSRef<NSError> problem;
     auto folder = LUMFileRef::fileRefWithURL(url, &problem);
-    if (!folder && create && problem && problem->code() == kNotFound) {
+    if (!folder && create && problem && problem->code() == lum::kStatusNotFound) {
         problem = nullptr;
         auto made = LUMFileManager::createDirectoryAtPath(
             NSFileManager::defaultManager(), url->path(), true, &problem);
@@ -84,7 +82,7 @@ bool LUMDocumentBundle::setUpWithURL(const NSRef<NSURL>& url, bool create, NSRef
             folder = LUMFileRef::fileRefWithPath(url->path(), &problem);
     }
     if (!folder || !folder->isDirectory())
-        return lum::fail(error, kFailed);
+        return lum::fail(error, lum::kStatusFailed);
     if (!problem && setUpWithFileRef(folder, &problem))
         return true;
     if (error)
@@ -218,8 +216,8 @@ bool LUMDocumentBundle::setDictionaryForDomain(
         dictionary, NSPropertyListBinaryFormat_v1_0, &problem);
     if (problem) {
         if (error)
-            *error = NSError::errorWithDomain(
-                NSOSStatusErrorDomain, kFailed, NSDictionary::of({ { NSLocalizedDescriptionKey, problem } }));
+            *error = NSError::errorWithDomain(NSOSStatusErrorDomain, lum::kStatusFailed,
+                NSDictionary::of({ { NSLocalizedDescriptionKey, problem } }));
         return false;
     }
     if (!lum::staysInsideOrNull(domain))

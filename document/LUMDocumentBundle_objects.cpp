@@ -7,6 +7,7 @@
 #include "LUMPlatform/NSKeyedUnarchiver.h"
 #include "LUMPlatform/NSKeyedUnarchiverDelegate.h"
 #include "core/status_error.h"
+#include "core/statuses.h"
 #include "document/bundle_layout.h"
 #include "document/bundle_paths.h"
 
@@ -23,7 +24,6 @@ void store(NSRef<NSError>* error, NSRef<NSError> problem)
 NSRef<NSString> LUMDocumentBundle::pathForObjectWithKey(const NSRef<NSString>& key,
     const NSRef<NSString>& domain, bool createDirectories, NSRef<NSError>* error) const
 {
-    constexpr OSStatus kNotFound = -43;
     if (!lum::staysInside(key) || !lum::staysInsideOrNull(domain)) {
         lum::refuseName(error);
         return nullptr;
@@ -31,7 +31,7 @@ NSRef<NSString> LUMDocumentBundle::pathForObjectWithKey(const NSRef<NSString>& k
     const auto bundle = path();
     auto object = lum::objectIn(bundle, domain, key);
     if (!object)
-        return lum::fail(error, kNotFound);
+        return lum::fail(error, lum::kStatusNotFound);
     if (!lum::isReachedInside(bundle, object)) {
         lum::refuseLink(error);
         return nullptr;

@@ -6,14 +6,13 @@
 #include "LUMPlatform/NSFileManager.h"
 #include "LUMPlatform/NSURL.h"
 #include "core/status_error.h"
+#include "core/statuses.h"
 #include "document/bundle_layout.h"
 #include "document/bundle_paths.h"
 
 #include <filesystem>
 
 namespace {
-
-constexpr OSStatus kFailed = 1;
 
 /// How a resource gets into the bundle.
 using Transfer = bool (*)(const NSRef<NSString>& from, const NSRef<NSString>& to);
@@ -47,7 +46,7 @@ bool place(const LUMDocumentBundle& bundle, Transfer transfer, const NSRef<NSURL
     if (!to)
         return lum::refuseLink(error);
     const bool isFree = !lum::isEntryAt(to);
-    return (isFree && transfer(source->path(), to)) || lum::fail(error, kFailed);
+    return (isFree && transfer(source->path(), to)) || lum::fail(error, lum::kStatusFailed);
 }
 
 /// Removes a folder in which nothing is; false when it could not be removed.
@@ -169,5 +168,5 @@ bool LUMDocumentBundle::removeResourceDomain(const NSRef<NSString>& name, const 
         return lum::refuseLink(error);
     if (!lum::isEntryAt(file) || !NSFileManager::defaultManager()->removeItemAtPath(file))
         return true;
-    return removeIfEmpty(file->stringByDeletingLastPathComponent()) || lum::fail(error, kFailed);
+    return removeIfEmpty(file->stringByDeletingLastPathComponent()) || lum::fail(error, lum::kStatusFailed);
 }

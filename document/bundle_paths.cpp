@@ -1,6 +1,7 @@
 #include "document/bundle_paths.h"
 
 #include "core/status_error.h"
+#include "core/statuses.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -57,14 +58,12 @@ bool lum::isReachedInside(const NSRef<NSString>& folder, const NSRef<NSString>& 
 
 bool lum::refuseName(NSRef<NSError>* error)
 {
-    constexpr OSStatus kIllegalName = -37;
-    return fail(error, kIllegalName);
+    return fail(error, kStatusBadName);
 }
 
 bool lum::refuseLink(NSRef<NSError>* error)
 {
-    constexpr OSStatus kNoAccess = -5000;
-    return fail(error, kNoAccess);
+    return fail(error, kStatusNoAccess);
 }
 
 bool lum::isEntryAt(const NSRef<NSString>& path)

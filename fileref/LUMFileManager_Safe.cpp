@@ -5,13 +5,9 @@
 #include "LUMPlatform/NSFileManager.h"
 #include "LUMPlatform/NSWorkspace.h"
 #include "core/status_error.h"
+#include "core/statuses.h"
 
 namespace {
-
-constexpr OSStatus kNotFound = -43;
-constexpr OSStatus kExists = -48;
-constexpr OSStatus kBadName = -37;
-constexpr OSStatus kFailed = -36;
 
 using Change = bool (NSFileManager::*)(const NSRef<NSString>&, const NSRef<NSString>&, NSRef<NSError>*) const;
 
@@ -27,11 +23,11 @@ NSRef<LUMFileRef> broughtInto(Change change, const NSRef<LUMFileRef>& fileRef,
     const NSRef<LUMFileRef>& directory, const NSRef<NSString>& name, NSRef<NSError>* error)
 {
     if (!isName(name))
-        return lum::fail(error, kBadName);
+        return lum::fail(error, lum::kStatusBadName);
     const auto from = fileRef ? fileRef->path() : nullptr;
     const auto folder = directory ? directory->path() : nullptr;
     if (!from || !folder)
-        return lum::fail(error, kNotFound);
+        return lum::fail(error, lum::kStatusNotFound);
     const auto to = folder->stringByAppendingPathComponent(name);
     const auto manager = NSFileManager::defaultManager();
     if (!((*manager).*change)(from, to, error))
@@ -60,7 +56,7 @@ bool LUMFileManager_Safe::trashItemAtPath(const NSRef<NSString>& path, NSRef<NSE
     const auto above = path->stringByDeletingLastPathComponent();
     const bool isGone = NSWorkspace::sharedWorkspace()->performFileOperation(NSWorkspaceRecycleOperation,
         above->length() > 0 ? above : NSRef<NSString>("."), "", NSArray::of(path->lastPathComponent()));
-    return isGone || lum::fail(error, kFailed);
+    return isGone || lum::fail(error, lum::kStatusIO);
 }
 
 NSRef<LUMFileRef> LUMFileManager_Safe::makeDirectoryAtPath(const NSRef<NSString>& path, NSRef<NSError>* error)
@@ -69,13 +65,13 @@ NSRef<LUMFileRef> LUMFileManager_Safe::makeDirectoryAtPath(const NSRef<NSString>
     const auto expanded = path ? path->stringByExpandingTildeInPath() : nullptr;
     const bool isMade =
         NSFileManager::defaultManager()->createDirectoryAtPath(expanded, false, nullptr, &problem);
-    if (!isMade && problem->code() != kExists) {
+    if (!isMade && problem->code() != lum::kStatusExists) {
         if (error)
             *error = problem;
         return nullptr;
     }
     const auto folder = LUMFileRef::fileRefWithPath(expanded, error);
     if (folder && !folder->isDirectory())
-        return lum::fail(error, kExists);
+        return lum::fail(error, lum::kStatusExists);
     return folder;
 }

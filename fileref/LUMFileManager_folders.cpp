@@ -4,16 +4,12 @@
 #include "core/extension_operation.h"
 #include "core/method_tables.h"
 #include "core/status_error.h"
+#include "core/statuses.h"
 
 #include <vector>
 
 namespace {
 
-constexpr OSStatus kNotFound = -43;
-constexpr OSStatus kExists = -48;
-constexpr OSStatus kBadName = -37;
-constexpr OSStatus kNoFolder = -120;
-constexpr OSStatus kNotAFolder = 0x21446972; // '!Dir'
 constexpr NSUInteger kLongest = 10240;
 
 NSRef<NSString> folderOf(const NSRef<NSString>& path)
@@ -29,7 +25,7 @@ NSRef<LUMFileRef> firstThere(
 {
     for (;;) {
         auto found = LUMFileRef::fileRefWithPath(path, &problem);
-        if (found || (problem && problem->code() != kNotFound))
+        if (found || (problem && problem->code() != lum::kStatusNotFound))
             return found;
         problem = nullptr;
         missing.push_back(path->lastPathComponent());
@@ -45,7 +41,7 @@ NSRef<LUMFileRef> childFolder(
     const NSRef<LUMFileRef>& parent, const NSRef<NSString>& name, NSRef<NSError>& problem)
 {
     auto child = parent->createChildIfNeededWithName(name, true, &problem);
-    if (!child && problem && problem->code() == kExists) {
+    if (!child && problem && problem->code() == lum::kStatusExists) {
         child = parent->childWithName(name);
         if (child)
             problem = nullptr; // somebody else has made it meanwhile
@@ -56,21 +52,21 @@ NSRef<LUMFileRef> childFolder(
 NSRef<LUMFileRef> folderAt(const NSRef<NSString>& path, bool createIntermediates, NSRef<NSError>& problem)
 {
     if (path && path->length() > kLongest)
-        return lum::fail(&problem, kBadName);
+        return lum::fail(&problem, lum::kStatusBadName);
     std::vector<NSRef<NSString>> missing;
     const auto expanded = path ? path->stringByExpandingTildeInPath() : nullptr;
     auto folder = firstThere(expanded, createIntermediates, missing, problem);
     if (problem)
         return nullptr;
     if (folder && !folder->isDirectory()) {
-        lum::fail(&problem, kNotAFolder);
+        lum::fail(&problem, lum::kStatusNotAFolder);
         // Deliberate: what is at the path itself is answered beside the error.
         return missing.empty() ? folder : nullptr;
     }
     for (auto name = missing.rbegin(); folder && name != missing.rend(); ++name)
         folder = childFolder(folder, *name, problem);
     if (!folder && !problem)
-        lum::fail(&problem, kNoFolder);
+        lum::fail(&problem, lum::kStatusNoFolder);
     return folder;
 }
 

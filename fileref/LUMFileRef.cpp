@@ -4,7 +4,7 @@
 #include "LUMPlatform/NSFileManager.h"
 #include "LUMPlatform/NSURL.h"
 #include "core/status_error.h"
-#include "fileref/file_statuses.h"
+#include "core/statuses.h"
 
 #include <optional>
 

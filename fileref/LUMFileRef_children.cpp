@@ -2,8 +2,8 @@
 
 #include "LUMPlatform/NSArray.h"
 #include "core/status_error.h"
+#include "core/statuses.h"
 #include "fileref/child_walk.h"
-#include "fileref/file_statuses.h"
 
 using lum::fail;
 

@@ -6,8 +6,8 @@
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSDictionary.h"
 #include "LUMPlatform/NSURL.h"
+#include "core/statuses.h"
 #include "fileref/alias_data.h"
-#include "fileref/file_statuses.h"
 
 #include <vector>
 
