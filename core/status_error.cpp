@@ -10,9 +10,4 @@ Failure fail(NSRef<NSError>* error, OSStatus status)
     return {};
 }
 
-OSStatus statusOfErrno(int errnoValue)
-{
-    return platform::statusFromErrno(errnoValue);
-}
-
 }

@@ -18,7 +18,4 @@ struct Failure {
 /// Every error of this library that has no text of its own is made here.
 Failure fail(NSRef<NSError>* error, OSStatus status);
 
-/// The status of a failed system call; take errno on the line after the call, before anything changes it.
-OSStatus statusOfErrno(int errnoValue);
-
 }

@@ -11,7 +11,7 @@ inline constexpr OSStatus kStatusBadParameter = -50;
 inline constexpr OSStatus kStatusIO = -36;
 
 /// The one table that turns errno into a status; 0 stays 0.
-NS_EXPORT OSStatus statusFromErrno(int errnoValue);
+OSStatus statusFromErrno(int errnoValue);
 
 /// An error in NSOSStatusErrorDomain without user information.
 NS_EXPORT NSRef<NSError> errorWithStatus(OSStatus status);

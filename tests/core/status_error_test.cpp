@@ -5,8 +5,6 @@
 #include "tests/fixture.h"
 #include "tests/object_matchers.h"
 
-#include <cerrno>
-
 namespace {
 
 struct StatusErrorTest : ObjectTest {
@@ -35,13 +33,6 @@ TEST_F(StatusErrorTest, IsFalseAndNull)
     EXPECT_FALSE(isThere(&error));
     EXPECT_EQ(name(&error), nullptr);
     EXPECT_EQ(error->code(), -50);
-}
-
-TEST_F(StatusErrorTest, TurnsErrnoIntoAStatus)
-{
-    EXPECT_EQ(lum::statusOfErrno(ENOENT), -43);
-    EXPECT_EQ(lum::statusOfErrno(EACCES), -5000);
-    EXPECT_EQ(lum::statusOfErrno(ENOMEM), -36);
 }
 
 }
