@@ -34,7 +34,8 @@ LUM_EXPORT NSRef<NSString> enumeratedName(const NSRef<NSFileManager>& manager, c
 /// on the copy, or null.
 ///
 /// Deliberate: when the copy fails, whatever is at its place is removed, and that is also what stood there
-/// before. Use LUMFileManager_Safe::duplicateFileRef where something may.
+/// before, or, when that is a link, what it leads to. Use LUMFileManager_Safe::duplicateFileRef where
+/// something may.
 /// Selector: duplicateFileRef:inDirectory:withName:handler:
 LUM_EXPORT NSRef<LUMFileRef> duplicateFileRefWithName(const NSRef<NSFileManager>& manager,
     const NSRef<LUMFileRef>& fileRef, const NSRef<LUMFileRef>& directory, const NSRef<NSString>& name,

@@ -66,7 +66,7 @@ Reference duplicate(const Manager& manager, const Reference& fileRef, const Refe
     const auto result = destination ? LUMFileRef::fileRefWithPath(destination) : nullptr;
     if (isCopied || !result)
         return result;
-    // Deliberate: what is there now goes, even if it stood there before.
+    // Deliberate: what is there now goes, even if it stood there before; of a link, what it leads to.
     manager->removeItemAtPath(result->path());
     return nullptr;
 }

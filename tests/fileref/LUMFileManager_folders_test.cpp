@@ -2,6 +2,7 @@
 #include "LUMFoundation/LUMFileRef.h"
 #include "LUMPlatform/NSError.h"
 #include "LUMPlatform/NSSend.h"
+#include "tests/home_folder.h"
 #include "tests/platform/files/tree_fixture.h"
 
 namespace fs = std::filesystem;
@@ -105,6 +106,14 @@ TEST_F(LUMFileManagerFoldersTest, StartsARelativePathWhereTheProcessIs)
     fs::current_path(before);
     EXPECT_TRUE(fs::is_directory(folder / "x"));
     EXPECT_TRUE(fs::is_directory(folder / "y/z"));
+}
+
+TEST_F(LUMFileManagerFoldersTest, TakesATildeForTheHomeFolder)
+{
+    const HomeFolder home(folder);
+    EXPECT_EQ(create("~", false), folder.filename());
+    EXPECT_EQ(create("~/a/b", true), "b");
+    EXPECT_TRUE(fs::is_directory(folder / "a/b"));
 }
 
 TEST_F(LUMFileManagerFoldersTest, LeavesTheErrorAloneWhenAllIsWell)

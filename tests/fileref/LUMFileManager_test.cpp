@@ -5,6 +5,7 @@
 #include "LUMPlatform/NSPathUtilities.h"
 #include "LUMPlatform/NSSend.h"
 #include "LUMPlatform/NSURL.h"
+#include "tests/home_folder.h"
 #include "tests/platform/files/tree_fixture.h"
 
 #include <gmock/gmock.h>
@@ -95,6 +96,17 @@ TEST_F(LUMFileManagerTest, DeliberatelyDuplicatingRemovesWhatStoodAtTheDestinati
     EXPECT_EQ(names(), "a");
 }
 
+TEST_F(LUMFileManagerTest, DeliberatelyDuplicatingOntoALinkRemovesWhatItLeadsTo)
+{
+    put("a", "new");
+    makeFolder("d");
+    put("d/b", "old");
+    fs::create_symlink("d/b", folder / "link");
+    EXPECT_FALSE(LUMFileManager::duplicateFileRefWithName(manager, ref("a"), here(), "link"));
+    EXPECT_EQ(names(), "a d link");
+    EXPECT_TRUE(fs::is_empty(folder / "d"));
+}
+
 TEST_F(LUMFileManagerTest, LeavesALinkThatDanglesAtTheDestination)
 {
     put("a");
@@ -179,6 +191,15 @@ TEST_F(LUMFileManagerTest, CreatesFilesAndFoldersWhereNothingIs)
     EXPECT_FALSE(LUMFileManager::createFileRefAtPath(manager, path("none/x"), true));
     EXPECT_FALSE(LUMFileManager::createFileRefAtPath(manager, nullptr, true));
     EXPECT_FALSE(LUMFileManager::createFileRefWithName(manager, "b", nullptr, false));
+}
+
+TEST_F(LUMFileManagerTest, CreatesInTheHomeFolder)
+{
+    const HomeFolder home(folder);
+    EXPECT_EQ(shown(LUMFileManager::createFileRefAtPath(manager, "~/a", false)), "a");
+    EXPECT_EQ(shown(LUMFileManager::createFileRefAtPath(manager, "~/d", true)), "d");
+    EXPECT_FALSE(LUMFileManager::createFileRefAtPath(manager, "~/a", false));
+    EXPECT_EQ(names(), "a d");
 }
 
 TEST_F(LUMFileManagerTest, LeavesWhatIsThereWhenAskedToCreateIt)

@@ -37,6 +37,7 @@ TEST_F(PathAdditionsTest, FindsNoHelperThatIsNotThere)
 {
     EXPECT_EQ(helper("None"), "(null)");
     EXPECT_EQ(helper(nullptr), "(null)");
+    EXPECT_EQ(helper(""), "Contents/Helpers"); // which is there
     EXPECT_FALSE(PathAdditions::pathForHelper(nullptr, "Tool"));
 }
 
