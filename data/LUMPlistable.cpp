@@ -4,7 +4,6 @@
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSDate.h"
 #include "LUMPlatform/NSDictionary.h"
-#include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSNumber.h"
 #include "LUMPlatform/NSString.h"
 #include "core/extension_operation.h"
@@ -74,20 +73,11 @@ private:
                                                                                    : nullptr;
         while (container.entry != container.dictionary->end()) {
             const NSDictionary::Entry entry = *container.entry++;
-            requireString(entry.key, *container.dictionary);
+            lum::requireStringAsKey(entry.key, *container.dictionary);
             if (container.result)
                 return entry.value;
         }
         return nullptr;
-    }
-
-    static void requireString(const NSId& key, const NSDictionary& dictionary)
-    {
-        if (!NSDowncast<NSString>(key.get()))
-            throw NSException(LUMNonPlistTypeException,
-                NSString::stringWithFormat(
-                    "key: %X of class: %@ in dictionary: %X can not be written to plist",
-                    lum::identityOf(*key), lum::classNameOf(*key), lum::identityOf(dictionary)));
     }
 
     void meet(const NSId& object)

@@ -70,6 +70,8 @@ private:
     static NSRef<NSArray> sortedKeys(const NSDictionary& dictionary)
     {
         static const NSSelector compare("compare:");
+        for (const NSDictionary::Entry& entry : dictionary)
+            lum::requireStringAsKey(entry.key, dictionary);
         return dictionary.allKeys()->sortedArrayUsingSelector(compare);
     }
 

@@ -23,6 +23,14 @@ void lum::raiseNotPlistable(const NSId& object)
         NSDictionary::of({ { "object", object } }));
 }
 
+void lum::requireStringAsKey(const NSId& key, const NSObject& dictionary)
+{
+    if (!NSDowncast<NSString>(key.get()))
+        throw NSException(LUMNonPlistTypeException,
+            NSString::stringWithFormat("key: %X of class: %@ in dictionary: %X can not be written to plist",
+                identityOf(*key), classNameOf(*key), identityOf(dictionary)));
+}
+
 // Deliberate: the reason lacks a word, and those who look for it in logs know it that way.
 void lum::raiseNotSerializable(const NSObject& object)
 {

@@ -12,6 +12,8 @@ std::uint32_t identityOf(const NSObject& object);
 NSRef<NSString> classNameOf(const NSObject& object);
 
 [[noreturn]] void raiseNotPlistable(const NSId& object);
+/// Raises unless the key of the dictionary is a string.
+void requireStringAsKey(const NSId& key, const NSObject& dictionary);
 [[noreturn]] void raiseNotSerializable(const NSObject& object);
 
 }

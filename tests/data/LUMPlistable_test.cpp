@@ -108,6 +108,18 @@ TEST_F(LUMPlistableTest, AContainerThatHoldsItselfRaises)
     EXPECT_TRUE(isPlistable(NSArray::of(array, array)));
 }
 
+TEST_F(LUMPlistableTest, AContainerThatIsChangedMeanwhileRaises)
+{
+    auto array = NSMutableArray::array();
+    array->addObject(NSMake<PlistSpoiler>([&] { array->removeAllObjects(); }));
+    array->addObject("x");
+    EXPECT_EQ(nameRaisedBy([&] { return isPlistable(array); }), "NSGenericException");
+    auto dictionary = NSMutableDictionary::dictionary();
+    dictionary->setObject(NSMake<PlistSpoiler>([&] { dictionary->removeAllObjects(); }), "a");
+    dictionary->setObject("x", "b");
+    EXPECT_EQ(nameRaisedBy([&] { return isPlistable(dictionary); }), "NSGenericException");
+}
+
 TEST_F(LUMPlistableTest, DepthTakesNoStack)
 {
     NSId nested = "x";

@@ -127,6 +127,26 @@ TEST_F(LUMSerializedPlistTest, AContainerThatHoldsItselfRaises)
     array->removeAllObjects();
 }
 
+TEST_F(LUMSerializedPlistTest, AKeyThatIsNoStringRaises)
+{
+    EXPECT_EQ(nameRaisedBy([] {
+        return serializedPlist(NSArray::of(NSDictionary::of({ { 5, "a" } })));
+    }),
+        "LUMNonPlistTypeException");
+    EXPECT_EQ(nameRaisedBy([] {
+        return serializedPlist(NSDictionary::of({ { "a", 1 }, { NSNull::null(), 2 } }));
+    }),
+        "LUMNonPlistTypeException");
+}
+
+TEST_F(LUMSerializedPlistTest, AnArrayThatIsChangedMeanwhileRaises)
+{
+    auto array = NSMutableArray::array();
+    array->addObject(NSMake<PlistSpoiler>([&] { array->removeAllObjects(); }));
+    array->addObject("x");
+    EXPECT_EQ(nameRaisedBy([&] { return serializedPlist(array); }), "NSGenericException");
+}
+
 TEST_F(LUMSerializedPlistTest, DepthTakesNoStack)
 {
     NSId nested = "x";

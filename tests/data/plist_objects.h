@@ -5,6 +5,8 @@
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSSend.h"
 
+#include <functional>
+
 /// Answers for itself whether it is plistable and what it is serialised as, and counts how often it is asked.
 class PlistAnswer : public NSObject {
 public:
@@ -29,6 +31,37 @@ public:
 protected:
     explicit PlistAnswer(bool itsAnswer) : answer(itsAnswer) { }
     ~PlistAnswer() override = default;
+};
+
+/// Empties the array it is in when it is asked.
+class PlistSpoiler : public NSObject {
+public:
+    static const NSClass& classObject()
+    {
+        static constexpr NSMethod kMethods[] = {
+            NSMethodOf<"isPlistable", &PlistSpoiler::isPlistable>(),
+            NSMethodOf<"serializedPlist", &PlistSpoiler::serializedPlist>(),
+        };
+        static const NSClass& type = NSClass::define("PlistSpoiler", &NSObject::classObject(), kMethods);
+        return type;
+    }
+
+    bool isPlistable()
+    {
+        spoil();
+        return true;
+    }
+    NSRef<NSData> serializedPlist()
+    {
+        spoil();
+        return nullptr;
+    }
+
+    std::function<void()> spoil;
+
+protected:
+    explicit PlistSpoiler(std::function<void()> how) : spoil(std::move(how)) { }
+    ~PlistSpoiler() override = default;
 };
 
 /// An array with a fingerprint of its own.
