@@ -1,13 +1,12 @@
 #include "LUMFoundation/LUMDocumentBundle.h"
 #include "LUMFoundation/LUMFileManager.h"
 #include "LUMFoundation/LUMFileRef.h"
-#include "LUMFoundation/LUMFileRefEnumerator.h"
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSFileManager.h"
 #include "LUMPlatform/NSURL.h"
 #include "core/status_error.h"
 #include "core/statuses.h"
-#include "document/bundle_layout.h"
+#include "document/bundle_entries.h"
 #include "document/bundle_paths.h"
 
 #include <filesystem>
@@ -22,11 +21,71 @@ bool copied(const NSRef<NSString>& from, const NSRef<NSString>& to)
     return NSFileManager::defaultManager()->copyItemAtPath(from, to);
 }
 
-// Deliberate: a copy counts as moved, be it one that a move to another volume made and could not end.
+/// Deliberate: a copy counts as moved, be it one that a move to another volume made and could not end. What
+/// somebody else has put there meanwhile does not.
 bool movedOrCopied(const NSRef<NSString>& from, const NSRef<NSString>& to)
 {
-    return LUMFileManager::fastMovePath(NSFileManager::defaultManager(), from, to, nullptr)
-        || lum::isEntryAt(to) || copied(from, to);
+    NSRef<NSError> problem;
+    if (NSFileManager::defaultManager()->moveItemAtPath(from, to, &problem))
+        return true;
+    return problem->code() != lum::kStatusExists && (lum::isEntryAt(to) || copied(from, to));
+}
+
+/// What tells a resource from all others. All may be null.
+struct Resource {
+    NSRef<NSString> name;
+    NSRef<NSString> type;
+    NSRef<NSString> directory;
+    NSRef<NSString> domain;
+};
+
+NSRef<NSURL> urlOf(const Resource& resource, const NSRef<NSString>& bundle)
+{
+    auto url = NSURL::URLWithString("Contents/", NSURL::fileURLWithPath(bundle));
+    const auto goInto = [&](const NSRef<NSString>& folder) {
+        if (url && folder)
+            url = NSURL::URLWithString(folder->stringByAppendingString("/"), url);
+    };
+    goInto(lum::escapedForUrl(resource.domain));
+    goInto("Resources");
+    goInto(lum::escapedForUrl(resource.directory));
+    auto leaf = lum::escapedForUrl(resource.name);
+    if (!url || !leaf)
+        return url;
+    // Deliberate: the type goes into the URL as it stands.
+    if (resource.type)
+        leaf = leaf->stringByAppendingPathExtension(resource.type);
+    return NSURL::URLWithString(leaf, url);
+}
+
+/// The URL of a resource; null, with the error, when the bundle is gone or the resource would be outside it.
+/// If `mayBeLink`, a link in the place of the resource is the resource, wherever it leads.
+NSRef<NSURL> urlInside(
+    const Resource& resource, const NSRef<NSString>& bundle, bool mayBeLink, NSRef<NSError>* error)
+{
+    if (!bundle)
+        return lum::fail(error, lum::kStatusNotFound);
+    auto url = lum::staysInsideOrNull(resource.name) && lum::staysInName(resource.type)
+            && lum::staysInsideOrNull(resource.directory) && lum::staysInsideOrNull(resource.domain)
+        ? urlOf(resource, bundle)
+        : nullptr;
+    const auto file = url && url->isFileURL() ? url->path() : nullptr;
+    if (!file)
+        lum::refuseName(error);
+    else if (!lum::isReachedInside(bundle, file, mayBeLink))
+        lum::refuseLink(error);
+    else
+        return url;
+    return nullptr;
+}
+
+/// Makes the folder that the path is in, as far as possible.
+void makeFolderOf(const NSRef<NSString>& path)
+{
+    const auto manager = NSFileManager::defaultManager();
+    const auto folder = path->stringByDeletingLastPathComponent();
+    if (!manager->fileExistsAtPath(folder))
+        (void)LUMFileManager::createDirectoryAtPath(manager, folder, true, nullptr);
 }
 
 /// What `copyResource` and `moveResource` have in common.
@@ -39,12 +98,13 @@ bool place(const LUMDocumentBundle& bundle, Transfer transfer, const NSRef<NSURL
     if (!source || !source->isFileURL())
         return true;
     const auto name = newName ? newName : source->lastPathComponent();
-    if (!lum::staysInside(name) || !lum::staysInsideOrNull(directory) || !lum::staysInsideOrNull(domain))
+    if (!name)
         return lum::refuseName(error);
-    const auto url = bundle.urlForResourceDomain(name, nullptr, directory, domain, true);
-    const auto to = url ? url->path() : nullptr;
-    if (!to)
-        return lum::refuseLink(error);
+    const auto url = urlInside({ name, nullptr, directory, domain }, bundle.path(), true, error);
+    if (!url)
+        return false;
+    const auto to = url->path();
+    makeFolderOf(to);
     const bool isFree = !lum::isEntryAt(to);
     return (isFree && transfer(source->path(), to)) || lum::fail(error, lum::kStatusFailed);
 }
@@ -71,30 +131,10 @@ NSRef<NSURL> LUMDocumentBundle::urlForResourceDomain(const NSRef<NSString>& name
     const NSRef<NSString>& directory, const NSRef<NSString>& domain, bool createDirectory,
     NSRef<NSError>*) const
 {
-    if (!lum::staysInsideOrNull(name) || !lum::staysInsideOrNull(directory)
-        || !lum::staysInsideOrNull(domain))
-        return nullptr;
-    const auto bundle = path();
-    auto url = NSURL::URLWithString("Contents/", NSURL::fileURLWithPath(bundle));
-    const auto goInto = [&](const NSRef<NSString>& folder) {
-        if (url && folder)
-            url = NSURL::URLWithString(folder->stringByAppendingString("/"), url);
-    };
-    goInto(lum::escapedForUrl(domain));
-    goInto("Resources");
-    goInto(lum::escapedForUrl(directory));
-    if (auto leaf = lum::escapedForUrl(name)) {
-        if (type)
-            leaf = leaf->stringByAppendingPathExtension(type);
-        url = leaf ? NSURL::URLWithString(leaf, url) : nullptr;
-    }
-    const auto file = url && url->isFileURL() ? url->path() : nullptr;
-    if (!file || !lum::isReachedInside(bundle, file, true))
-        return nullptr;
-    const auto folder = file->stringByDeletingLastPathComponent();
-    const auto manager = NSFileManager::defaultManager();
-    if (createDirectory && !manager->fileExistsAtPath(folder))
-        (void)LUMFileManager::createDirectoryAtPath(manager, folder, true, nullptr);
+    // A folder is asked for to be listed, so it may not be a link that leads out.
+    auto url = urlInside({ name, type, directory, domain }, path(), name != nullptr, nullptr);
+    if (url && createDirectory)
+        makeFolderOf(url->path());
     return url;
 }
 
@@ -104,19 +144,9 @@ NSRef<NSArray> LUMDocumentBundle::resourceTypesInDomain(
     std::vector<NSId> types;
     const auto url =
         error && *error ? nullptr : urlForResourceDomain(nullptr, nullptr, nullptr, domain, false, error);
-    const auto path = url ? url->path() : nullptr;
-    const auto folder =
-        path && lum::isReachedInside(this->path(), path) ? LUMFileRef::fileRefWithPath(path) : nullptr;
-    const auto children = folder ? folder->childEnumerator() : nullptr;
-    if (children)
-        for (const NSId& entry : *children) {
-            auto child = NSCast<LUMFileRef>(entry);
-            const auto childPath = child->path();
-            // What a link leads to lies elsewhere.
-            if (childPath && childPath->stringByDeletingLastPathComponent()->isEqualToString(folder->path())
-                && child->isDirectory())
-                types.push_back(NSURL::fileURLWithPath(childPath));
-        }
+    for (const lum::BundleEntry& entry : lum::entriesIn(url ? url->path() : nullptr))
+        if (entry.isFolder)
+            types.push_back(NSURL::fileURLWithPath(entry.path));
     return NSArray::arrayWithObjects(std::move(types));
 }
 
@@ -159,13 +189,10 @@ bool LUMDocumentBundle::removeResource(const NSRef<NSString>& name, const NSRef<
 bool LUMDocumentBundle::removeResourceDomain(const NSRef<NSString>& name, const NSRef<NSString>& type,
     const NSRef<NSString>& directory, const NSRef<NSString>& domain, NSRef<NSError>* error)
 {
-    if (!lum::staysInsideOrNull(name) || !lum::staysInsideOrNull(directory)
-        || !lum::staysInsideOrNull(domain))
-        return lum::refuseName(error);
-    const auto url = urlForResourceDomain(name, type, directory, domain, false);
-    const auto file = url ? url->path() : nullptr;
-    if (!file)
-        return lum::refuseLink(error);
+    const auto url = urlInside({ name, type, directory, domain }, path(), true, error);
+    if (!url)
+        return false;
+    const auto file = url->path();
     if (!lum::isEntryAt(file) || !NSFileManager::defaultManager()->removeItemAtPath(file))
         return true;
     return removeIfEmpty(file->stringByDeletingLastPathComponent()) || lum::fail(error, lum::kStatusFailed);

@@ -1,5 +1,6 @@
 #include "document/bundle_paths.h"
 
+#include "LUMPlatform/NSURLUtilities.h"
 #include "core/status_error.h"
 #include "core/statuses.h"
 
@@ -19,7 +20,10 @@ bool isWithin(const fs::path& folder, const fs::path& path)
 
 bool lum::staysInside(const NSRef<NSString>& name)
 {
-    const std::string bytes = name ? name->utf8() : std::string();
+    // Two texts with half a surrogate pair could share one file.
+    if (!name || !name->canBeConvertedToEncoding(NSUTF8StringEncoding))
+        return false;
+    const std::string bytes = name->utf8();
     if (bytes.empty() || bytes.starts_with('/') || bytes.find('\0') != std::string::npos)
         return false;
     const fs::path path(bytes);
@@ -32,21 +36,35 @@ bool lum::staysInsideOrNull(const NSRef<NSString>& name)
     return !name || staysInside(name);
 }
 
+bool lum::staysInName(const NSRef<NSString>& extension)
+{
+    if (!extension)
+        return true;
+    const auto plain =
+        NSURLUtilities::stringByReplacingPercentEscapesUsingEncoding(extension, NSUTF8StringEncoding);
+    return plain && plain->characters().find_first_of(std::u16string_view(u"/\0", 2)) == std::u16string::npos;
+}
+
 bool lum::isReachedInside(const NSRef<NSString>& folder, const NSRef<NSString>& path, bool mayEndInLink)
 {
+    if (!folder || !path)
+        return false;
     std::error_code problem;
     const fs::path base = folder->utf8();
     const fs::path whole = path->utf8();
     const fs::path inside = whole.lexically_relative(base);
     const fs::path realBase = fs::canonical(base, problem);
-    if (problem || inside.empty() || *inside.begin() == "..")
+    // A ".." further down would be followed by the system, past whatever stands before it.
+    if (problem || inside.empty() || std::find(inside.begin(), inside.end(), "..") != inside.end())
         return false;
     fs::path at = base;
     for (auto name = inside.begin(); name != inside.end(); ++name) {
         at /= *name;
         const auto type = fs::symlink_status(at, problem).type();
-        if (type == fs::file_type::not_found)
+        if (type == fs::file_type::not_found || problem == std::errc::filename_too_long)
             return true;
+        if (type == fs::file_type::none)
+            return false; // it may be a link
         if (type != fs::file_type::symlink || (mayEndInLink && std::next(name) == inside.end()))
             continue;
         const fs::path target = fs::canonical(at, problem);

@@ -5,15 +5,19 @@
 
 namespace lum {
 
-/// A name that leads nowhere but down: not empty, not absolute, and without ".", ".." or a NUL inside. It may
-/// be a path.
+/// A name that leads nowhere but down: not empty, not absolute, and without ".", ".." or a NUL inside, and
+/// without half a surrogate pair, which no file's name can hold. It may be a path.
 bool staysInside(const NSRef<NSString>& name);
 /// The same, for what may be null and is no part of the path then.
 bool staysInsideOrNull(const NSRef<NSString>& name);
 
-/// Whether `path`, which begins with `folder`, is reached from there without a symbolic link that leads out
-/// of it, or nowhere. Its last component may be a link itself where `mayEndInLink`; what is not there stays
-/// inside.
+/// An extension, escapes in it counted as what they stand for, that makes no other folder out of a name: one
+/// without a "/" or a NUL. Null is none.
+bool staysInName(const NSRef<NSString>& extension);
+
+/// Whether `path`, which begins with `folder`, is reached from there without a ".." and without a symbolic
+/// link that leads out of it, or nowhere. Its last component may be a link itself where `mayEndInLink`; what
+/// is not there stays inside. False for null, and when the system does not tell what is on the way.
 bool isReachedInside(const NSRef<NSString>& folder, const NSRef<NSString>& path, bool mayEndInLink = false);
 
 /// Stores what is wrong with a name that does not stay inside (-37), or with a path that is not reached there

@@ -170,6 +170,51 @@ TEST_F(LUMDocumentBundleResourcesTest, NamesThatWouldLeaveTheBundleAreRefused)
     EXPECT_FALSE(isThere("doc/Contents"));
 }
 
+TEST_F(LUMDocumentBundleResourcesTest, TypesThatWouldLeaveTheFolderAreRefused)
+{
+    put("doc/Contents/PkgInfo", "LUMdsong");
+    put("doc/Contents/Resources/pic.x/leaf", "a");
+    for (const char* type : { "x/%2e%2e/%2e%2e/%2e%2e/%2e%2e/outside/secret.plist",
+             "x%2F..%2F..%2F..%2F..%2Foutside%2Fsecret.plist", "x/../../PkgInfo", "x%2fleaf", "/x", "%00",
+             "a b" }) {
+        EXPECT_FALSE(bundle->urlForResource("pic", type, nullptr, true)) << type;
+        NSRef<NSError> error;
+        EXPECT_FALSE(bundle->removeResource("pic", type, nullptr, &error)) << type;
+        EXPECT_EQ(codeOf(error), -37) << type;
+    }
+    EXPECT_TRUE(isThere("outside/secret.plist"));
+    EXPECT_TRUE(isThere("doc/Contents/PkgInfo"));
+    EXPECT_TRUE(isThere("doc/Contents/Resources/pic.x/leaf"));
+}
+
+TEST_F(LUMDocumentBundleResourcesTest, DeliberatelyATypeIsTakenAsItStandsInAUrl)
+{
+    EXPECT_EQ(pathOf(bundle->urlForResource("pic", "p%6Eg", nullptr, false)), "Contents/Resources/pic.png");
+    EXPECT_EQ(pathOf(bundle->urlForResource("pic", "png?a", nullptr, false)), "Contents/Resources/pic.png");
+    EXPECT_EQ(pathOf(bundle->urlForResource("pic", "", nullptr, false)), "Contents/Resources/pic");
+}
+
+TEST_F(LUMDocumentBundleResourcesTest, AFolderThatIsALinkToTheOutsideHasNoUrlAndIsRemovedItself)
+{
+    link("../../../outside", "doc/Contents/Resources/thumbs");
+    EXPECT_FALSE(bundle->urlForResource(nullptr, nullptr, "thumbs", false));
+    EXPECT_TRUE(bundle->removeResource(nullptr, nullptr, "thumbs"));
+    EXPECT_FALSE(isThere("doc/Contents/Resources/thumbs"));
+    EXPECT_TRUE(isThere("outside/secret.plist"));
+}
+
+TEST_F(LUMDocumentBundleResourcesTest, OfABundleThatIsGoneNothingIsPlacedOrRemoved)
+{
+    put("pic.png", "bytes");
+    std::filesystem::remove_all(folder / "doc");
+    NSRef<NSError> error;
+    EXPECT_FALSE(bundle->moveResource(urlAt("pic.png"), nullptr, nullptr, &error));
+    EXPECT_EQ(codeOf(error), -43);
+    EXPECT_FALSE(bundle->removeResource("pic", "png", nullptr, &error));
+    EXPECT_EQ(codeOf(error), -43);
+    EXPECT_EQ(get("pic.png"), "bytes");
+}
+
 TEST_F(LUMDocumentBundleResourcesTest, LinksThatLeadOutOfTheBundleAreRefused)
 {
     put("pic.png", "bytes");
@@ -189,7 +234,9 @@ TEST_F(LUMDocumentBundleResourcesTest, TypesAreTheFoldersOfTheArea)
     put("doc/Contents/Resources/thumbs/a", "a");
     put("doc/Contents/Resources/file", "b");
     put("doc/Contents/x/Resources/sounds/c", "c");
+    put("doc/Contents/Resources/.hidden/d", "d");
     link("../../../outside", "doc/Contents/Resources/link");
+    link("thumbs", "doc/Contents/Resources/second");
     EXPECT_THAT(
         bundle->resourceTypesInDomain(nullptr), Equals(NSArray::of(urlAt("doc/Contents/Resources/thumbs"))));
     EXPECT_THAT(

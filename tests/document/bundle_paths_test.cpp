@@ -19,9 +19,28 @@ TEST_F(BundlePathsTest, NamesLeadDown)
     for (const char* name : { "", "/", "/a", ".", "..", "a/..", "../a", "a/./b", "./a" })
         EXPECT_FALSE(lum::staysInside(name)) << name;
     EXPECT_FALSE(lum::staysInside(std::string_view("a\0b", 3)));
+    EXPECT_FALSE(lum::staysInside(std::u16string_view(u"a\xd800")));
     EXPECT_FALSE(lum::staysInside(nullptr));
     EXPECT_TRUE(lum::staysInsideOrNull(nullptr));
     EXPECT_FALSE(lum::staysInsideOrNull(""));
+}
+
+TEST_F(BundlePathsTest, ExtensionsStayInTheName)
+{
+    for (const char* extension : { "png", "", "..", "tar.gz", "p%6Eg", "a?b", "~" })
+        EXPECT_TRUE(lum::staysInName(extension)) << extension;
+    for (const char* extension : { "/", "a/b", "a%2Fb", "a%2fb", "%00", "%", "%4", "%ff" })
+        EXPECT_FALSE(lum::staysInName(extension)) << extension;
+    EXPECT_TRUE(lum::staysInName(nullptr));
+}
+
+TEST_F(BundlePathsTest, NoPlaceIsReachedByGoingUp)
+{
+    put("doc/a/b", "");
+    EXPECT_FALSE(isReached("a/../../outside"));
+    EXPECT_FALSE(isReached("none/../../outside"));
+    EXPECT_FALSE(isReached("a/.."));
+    EXPECT_TRUE(isReached("a/..b"));
 }
 
 TEST_F(BundlePathsTest, PlacesInsideAreReachedWhetherOrNotAnythingIsThere)
@@ -31,6 +50,9 @@ TEST_F(BundlePathsTest, PlacesInsideAreReachedWhetherOrNotAnythingIsThere)
     EXPECT_TRUE(isReached("a/c/d/e"));
     EXPECT_FALSE(isReached("../outside"));
     EXPECT_FALSE(lum::isReachedInside(at("none"), at("none/a")));
+    EXPECT_TRUE(isReached(std::string(300, 'a')));
+    EXPECT_FALSE(lum::isReachedInside(nullptr, at("doc/a")));
+    EXPECT_FALSE(lum::isReachedInside(at("doc"), nullptr));
 }
 
 TEST_F(BundlePathsTest, LinksAreReachedWhenTheirTargetIsInside)
