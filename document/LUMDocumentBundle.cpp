@@ -202,8 +202,11 @@ NSRef<NSString> LUMDocumentBundle::pathForDictionaryWithDomain(const NSRef<NSStr
 NSRef<NSDictionary> LUMDocumentBundle::dictionaryForDomain(
     const NSRef<NSString>& domain, NSRef<NSError>*) const
 {
-    const auto file = pathForDictionaryWithDomain(domain);
-    if (!file || !lum::isReachedInside(path(), file))
+    if (!lum::staysInsideOrNull(domain))
+        return nullptr;
+    const auto bundle = path();
+    const auto file = lum::dictionaryIn(bundle, domain);
+    if (!lum::isReachedInside(bundle, file))
         return nullptr;
     return NSDictionary::dictionaryWithContentsOfFile(file);
 }
@@ -222,8 +225,9 @@ bool LUMDocumentBundle::setDictionaryForDomain(
     }
     if (!lum::staysInsideOrNull(domain))
         return lum::refuseName(error);
-    const auto file = pathForDictionaryWithDomain(domain);
-    if (file && !lum::isReachedInside(path(), file))
+    const auto bundle = path();
+    const auto file = lum::dictionaryIn(bundle, domain);
+    if (file && !lum::isReachedInside(bundle, file))
         return lum::refuseLink(error);
     return data && data->writeToFile(file, true);
 }

@@ -1,38 +1,51 @@
 #include "LUMFoundation/LUMDocumentBundle.h"
 #include "LUMFoundation/LUMFileRef.h"
-#include "LUMFoundation/LUMFileRefEnumerator.h"
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSFileManager.h"
 #include "core/status_error.h"
+#include "document/bundle_entries.h"
 #include "document/bundle_layout.h"
 #include "document/bundle_paths.h"
 
+#include <filesystem>
 #include <unordered_set>
 
 namespace {
 
-/// The domain that an entry of the folder "Contents" belongs to; null for none.
-NSRef<NSString> domainOf(const LUMFileRef& entry)
+bool isOwnFolder(const NSRef<NSString>& name)
 {
-    const auto name = entry.name();
-    if (entry.isDirectory()) {
-        const bool isDocuments = name->isEqualToString("Objects") || name->isEqualToString("Resources");
-        return isDocuments ? NSRef<NSString>(LUMDocumentBundle_DocumentDomain) : name;
-    }
+    return name->isEqualToString("Objects") || name->isEqualToString("Resources");
+}
+
+/// The domain that an entry of the folder "Contents" belongs to; null for none.
+NSRef<NSString> domainOf(const lum::BundleEntry& entry)
+{
+    const auto name = entry.path->lastPathComponent();
+    if (entry.isFolder)
+        return isOwnFolder(name) ? NSRef<NSString>(LUMDocumentBundle_DocumentDomain) : name;
     if (!name->pathExtension()->isEqualToString("plist"))
         return nullptr;
     auto domain = name->stringByDeletingPathExtension();
     return domain->isEqualToString("Info") ? NSRef<NSString>(LUMDocumentBundle_DocumentDomain) : domain;
 }
 
-bool remove(const NSRef<NSString>& path)
-{
-    return NSFileManager::defaultManager()->removeItemAtPath(path);
-}
-
+/// False when something is there and stays.
 bool removeIfThere(const NSRef<NSString>& path)
 {
-    return !lum::isEntryAt(path) || remove(path);
+    return NSFileManager::defaultManager()->removeItemAtPath(path) || !lum::isEntryAt(path);
+}
+
+/// Removes the folder of a domain, but none that is the document's, and no file: that is the dictionary of
+/// another domain, or holds the codes.
+bool removeFolderOf(const NSRef<NSString>& domain, const NSRef<NSString>& path)
+{
+    if (isOwnFolder(NSCast<NSString>(domain->pathComponents()->objectAtIndex(0))))
+        return true;
+    std::error_code problem;
+    const auto type = std::filesystem::symlink_status(path->utf8(), problem).type();
+    if (type == std::filesystem::file_type::regular)
+        return true;
+    return type != std::filesystem::file_type::none && removeIfThere(path);
 }
 
 }
@@ -42,23 +55,13 @@ NSRef<NSArray> LUMDocumentBundle::presentDomains(NSRef<NSError>*) const
     std::vector<NSId> domains;
     std::unordered_set<std::string> known;
     const auto bundle = path();
-    const auto path = lum::contentsIn(bundle);
-    const auto contents =
-        path && lum::isReachedInside(bundle, path) ? LUMFileRef::fileRefWithPath(path) : nullptr;
-    const auto children = contents ? contents->childEnumerator() : nullptr;
-    if (children) {
-        const auto folder = contents->path();
-        for (const NSId& entry : *children) {
-            auto child = NSCast<LUMFileRef>(entry);
-            const auto childPath = child->path();
-            // What a link leads to lies elsewhere, and has another name.
-            if (!childPath || !childPath->stringByDeletingLastPathComponent()->isEqualToString(folder))
-                continue;
-            auto domain = domainOf(*child);
+    const auto contents = lum::contentsIn(bundle);
+    if (lum::isReachedInside(bundle, contents))
+        for (const lum::BundleEntry& entry : lum::entriesIn(contents)) {
+            auto domain = domainOf(entry);
             if (domain && known.insert(domain->utf8()).second)
                 domains.push_back(std::move(domain));
         }
-    }
     return NSArray::arrayWithObjects(std::move(domains));
 }
 
@@ -79,7 +82,7 @@ bool LUMDocumentBundle::removeDomain(const NSRef<NSString>& domain, NSRef<NSErro
     NSRef<NSError> problem;
     bool result = true;
     if (!isOwn)
-        result = removeIfThere(first);
+        result = removeFolderOf(domain, first);
     else {
         const auto second = contents->stringByAppendingPathComponent("Resources");
         if (const auto folder = LUMFileRef::fileRefWithPath(contents)) {

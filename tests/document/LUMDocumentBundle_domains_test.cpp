@@ -32,6 +32,16 @@ TEST_F(LUMDocumentBundleDomainsTest, ArePresentOnceWhenTheyHaveAnything)
     EXPECT_EQ(present(), (Names { "x", "y", kOwn }));
 }
 
+TEST_F(LUMDocumentBundleDomainsTest, AreInTheOrderOfTheListing)
+{
+    for (const char* name : { "m", "a", "z", "c", "x" })
+        put(std::string("doc/Contents/") + name + "/Resources/a", "");
+    std::vector<NSId> listed;
+    for (const auto& entry : std::filesystem::directory_iterator(folder / "doc/Contents"))
+        listed.emplace_back(NSRef<NSString>(entry.path().filename().string()));
+    EXPECT_THAT(bundle->presentDomains(), Equals(NSArray::arrayWithObjects(listed)));
+}
+
 TEST_F(LUMDocumentBundleDomainsTest, ADictionaryCalledInfoIsTheDocuments)
 {
     put("doc/Contents/Info.plist", "{}");
@@ -43,10 +53,38 @@ TEST_F(LUMDocumentBundleDomainsTest, LinksAreNone)
     std::filesystem::create_directory(folder / "outside/inner");
     link("../../outside/inner", "doc/Contents/link");
     link("../../outside/secret.plist", "doc/Contents/secret.plist");
+    link("nowhere", "doc/Contents/dangling.plist");
+    link("Objects", "doc/Contents/y");
     EXPECT_EQ(present(), Names());
     std::filesystem::remove_all(folder / "doc/Contents");
     link("../outside", "doc/Contents");
     EXPECT_EQ(present(), Names());
+}
+
+TEST_F(LUMDocumentBundleDomainsTest, HiddenEntriesAreNone)
+{
+    put("doc/Contents/.x/Objects/a.object", "");
+    EXPECT_EQ(present(), Names());
+    put("doc/Contents/.y.plist", "{}");
+    put("doc/Contents/z.plist", "{}");
+    EXPECT_EQ(present(), Names { "z" });
+}
+
+TEST_F(LUMDocumentBundleDomainsTest, ThatAreNamedAsWhatBelongsToOthersLeaveItThere)
+{
+    put("doc/Contents/PkgInfo", "LUMdsong");
+    put("doc/Contents/x.plist", "{}");
+    put("doc/Contents/Objects/sub/a.object", "");
+    put("doc/Contents/Resources/a", "");
+    for (const char* domain : { "PkgInfo", "x.plist", "Objects", "Objects/", "Objects/sub", "Resources" })
+        EXPECT_TRUE(bundle->removeDomain(domain)) << domain;
+    put("doc/Contents/Objects.plist", "{}");
+    EXPECT_TRUE(bundle->removeNonDocumentDomains());
+    EXPECT_FALSE(isThere("doc/Contents/Objects.plist"));
+    EXPECT_FALSE(isThere("doc/Contents/x.plist"));
+    EXPECT_TRUE(isThere("doc/Contents/PkgInfo"));
+    EXPECT_TRUE(isThere("doc/Contents/Objects/sub/a.object"));
+    EXPECT_TRUE(isThere("doc/Contents/Resources/a"));
 }
 
 TEST_F(LUMDocumentBundleDomainsTest, ADomainIsRemovedWhole)
