@@ -12,7 +12,19 @@
 #include "document/bundle_paths.h"
 #include "document/package_info.h"
 
+#include <filesystem>
+
 namespace {
+
+// No file of codes is nearly as large; one that is must not fill the memory.
+constexpr std::uintmax_t kLargestPackageInfo = 1 << 20;
+
+NSRef<NSData> packageInfoAt(const NSRef<NSString>& file)
+{
+    std::error_code problem;
+    const std::uintmax_t size = std::filesystem::file_size(file->utf8(), problem);
+    return !problem && size <= kLargestPackageInfo ? NSData::dataWithContentsOfFile(file) : nullptr;
+}
 
 }
 
@@ -160,7 +172,8 @@ void LUMDocumentBundle::loadPkgInfo()
     mLoadingPkgInfo = true;
     const auto bundle = path();
     const auto file = lum::packageInfoIn(bundle);
-    auto data = file && lum::isReachedInside(bundle, file) ? NSData::dataWithContentsOfFile(file) : nullptr;
+    const auto data = lum::isReachedInside(bundle, file) ? packageInfoAt(file) : nullptr;
+    // Deliberate: whatever stands in the way of reading, there are no codes then.
     const lum::PackageInfo info = data ? lum::readPackageInfo(data->bytes()) : lum::PackageInfo();
     mCreatorCode = info.creator;
     mTypeCode = info.type;
@@ -175,7 +188,7 @@ void LUMDocumentBundle::savePkgInfo()
     const auto bytes = lum::writePackageInfo({ creatorCode(), typeCode() });
     const auto bundle = path();
     const auto file = lum::packageInfoIn(bundle);
-    if (!bytes || !file || !lum::isReachedInside(bundle, file))
+    if (!bytes || !lum::isReachedInside(bundle, file))
         return;
     const auto manager = NSFileManager::defaultManager();
     const auto contents = file->stringByDeletingLastPathComponent();

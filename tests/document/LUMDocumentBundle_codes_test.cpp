@@ -80,6 +80,28 @@ TEST_F(LUMDocumentBundleCodesTest, WhatIsNoTextGivesNoCodes)
     EXPECT_EQ(codes(), "00000000 00000000");
 }
 
+TEST_F(LUMDocumentBundleCodesTest, AFileThatIsFarTooLargeGivesNoCodes)
+{
+    put(kFile, "LUMdsong");
+    std::filesystem::resize_file(folder / kFile, std::uintmax_t { 1 } << 40); // nearly all of it a hole
+    EXPECT_EQ(codes(), "00000000 00000000");
+}
+
+TEST_F(LUMDocumentBundleCodesTest, DeliberatelyAFileThatCannotBeReadIsWrittenOver)
+{
+    put(kFile, "\xff\xfe\xfd\xfc");
+    bundle->loadPkgInfo();
+    bundle->setTypeCode(kType);
+    EXPECT_EQ(get(kFile), "song");
+}
+
+TEST_F(LUMDocumentBundleCodesTest, DeliberatelyTheCreatorStandsBeforeTheType)
+{
+    put(kFile, "LUMdsong");
+    EXPECT_EQ(bundle->creatorCode(), kCreator);
+    EXPECT_EQ(bundle->typeCode(), kType);
+}
+
 TEST_F(LUMDocumentBundleCodesTest, ACodeThatIsNoTextLeavesTheFileAsItIs)
 {
     put(kFile, "LUMdsong");
