@@ -16,9 +16,11 @@ std::vector<fs::path> filesBelow(const NSRef<NSString>& folder)
     std::vector<fs::path> files;
     std::error_code problem;
     fs::recursive_directory_iterator walk(folder ? folder->utf8() : std::string(), problem);
-    for (; !problem && walk != fs::end(walk); walk.increment(problem))
-        if (walk->is_regular_file())
+    for (; !problem && walk != fs::end(walk); walk.increment(problem)) {
+        std::error_code unknown; // a link may lead to itself
+        if (walk->is_regular_file(unknown))
             files.push_back(walk->path());
+    }
     std::sort(files.begin(), files.end());
     return files;
 }
@@ -60,13 +62,18 @@ std::vector<std::string> BundleContents::objectKeys(
 std::vector<BundleContents::Resource> BundleContents::resources(
     const LUMDocumentBundle& bundle, const std::string& domain)
 {
-    const auto url = bundle.urlForResourceDomain(nullptr, nullptr, nullptr, named(domain), false);
-    const auto folder = url ? url->path() : nullptr;
+    std::vector<NSRef<NSString>> areas { named(domain) };
+    if (domain.empty()) // resources given to the document's domain by its name are in an area apart
+        areas.push_back(LUMDocumentBundle_DocumentDomain);
     std::vector<Resource> resources;
-    for (const fs::path& file : filesBelow(folder)) {
-        std::error_code gone;
-        const auto size = fs::file_size(file, gone);
-        resources.push_back({ file.lexically_relative(folder->utf8()).string(), gone ? 0 : size });
+    for (const NSRef<NSString>& area : areas) {
+        const auto url = bundle.urlForResourceDomain(nullptr, nullptr, nullptr, area, false);
+        const auto folder = url ? url->path() : nullptr;
+        for (const fs::path& file : filesBelow(folder)) {
+            std::error_code gone;
+            const auto size = fs::file_size(file, gone);
+            resources.push_back({ file.lexically_relative(folder->utf8()).string(), gone ? 0 : size });
+        }
     }
     return resources;
 }

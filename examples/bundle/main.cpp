@@ -70,8 +70,13 @@ Status plist(const NSRef<LUMDocumentBundle>& bundle, const std::string& domain)
         std::fprintf(stderr, "bundle: there is no dictionary of %s\n", domain.c_str());
         return kFailed;
     }
-    const auto xml =
-        NSPropertyListSerialization::dataWithPropertyList(dictionary, NSPropertyListXMLFormat_v1_0);
+    NSRef<NSError> error;
+    const auto xml = NSPropertyListSerialization::dataWithPropertyList(
+        dictionary, NSPropertyListXMLFormat_v1_0, 0, &error);
+    if (!xml) { // as with control characters in a text, which only the binary form holds
+        std::fprintf(stderr, "bundle: %s\n", error->localizedDescription()->utf8().c_str());
+        return kFailed;
+    }
     std::fwrite(xml->bytes().data(), 1, xml->length(), stdout);
     return kFine;
 }

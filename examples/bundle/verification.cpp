@@ -45,7 +45,10 @@ private:
     void checkDictionary(const std::string& domain)
     {
         const auto path = mBundle->pathForDictionaryWithDomain(BundleContents::named(domain));
-        const bool isThere = path && std::filesystem::exists(path->utf8());
+        std::error_code unknown;
+        const bool isThere = path
+            && std::filesystem::symlink_status(path->utf8(), unknown).type()
+                != std::filesystem::file_type::not_found;
         if (isThere && !mBundle->dictionaryForDomain(BundleContents::named(domain)))
             problem(BundleContents::title(domain), "its dictionary cannot be read");
     }

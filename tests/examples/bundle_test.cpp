@@ -1,5 +1,7 @@
 #include "tests/examples/incoming_process.h"
 
+#include "LUMFoundation/LUMDocumentBundle.h"
+
 #include <filesystem>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -63,6 +65,16 @@ TEST_F(BundleTest, ListsWhatIsThereByDomain)
     EXPECT_THAT(output(), HasSubstr("digests\n  dictionary  3 entries\n"));
 }
 
+TEST_F(BundleTest, ListsWhatTheDocumentsDomainHasByItsName)
+{
+    const fs::path area =
+        bundle() / "Contents" / NSRef<NSString>(LUMDocumentBundle_DocumentDomain)->utf8() / "Resources";
+    fs::create_directories(area);
+    std::ofstream(area / "note") << "text";
+    EXPECT_EQ(statusOf({ "list", bundle().string() }), 0);
+    EXPECT_THAT(output(), HasSubstr("resource    note, "));
+}
+
 TEST_F(BundleTest, ShowsARecordWithThePlaceOfItsSourceNow)
 {
     fs::rename(into() / "originals-1", into() / "elsewhere");
@@ -77,6 +89,30 @@ TEST_F(BundleTest, PrintsADictionaryAsAPropertyList)
     EXPECT_THAT(output(), HasSubstr("<key>files</key>\n\t<integer>3</integer>"));
     EXPECT_EQ(statusOf({ "plist", bundle().string(), "digests" }), 0);
     EXPECT_THAT(output(), HasSubstr("<key>one</key>"));
+}
+
+TEST_F(BundleTest, SaysThatADictionaryHasNoXml)
+{
+    const auto odd = NSDictionary::of({ { "a", "\x01" } });
+    const auto opened = LUMDocumentBundle::documentBundleWithPath(bundle().string(), false);
+    EXPECT_TRUE(opened->setDictionaryForDomain(odd, "odd"));
+    EXPECT_EQ(statusOf({ "plist", bundle().string(), "odd" }), 1);
+    EXPECT_TRUE(output().starts_with("bundle: ")) << output();
+}
+
+TEST_F(BundleTest, LooksPastLinksThatLeadToThemselves)
+{
+    fs::create_symlink("round", bundle() / "Contents/Objects/round");
+    fs::create_symlink("round.object", bundle() / "Contents/Objects/round.object");
+    EXPECT_EQ(statusOf({ "list", bundle().string() }), 0);
+    EXPECT_EQ(verified(), 0) << output();
+    fs::create_symlink("round.plist", bundle() / "Contents/round.plist");
+    EXPECT_EQ(verified(), 0) << output(); // no domain
+    fs::remove(bundle() / "Contents/digests.plist");
+    fs::create_symlink("digests.plist", bundle() / "Info.plist.new");
+    fs::rename(bundle() / "Info.plist.new", bundle() / "Info.plist");
+    EXPECT_EQ(verified(), 1);
+    EXPECT_THAT(output(), HasSubstr("document: its dictionary cannot be read\n"));
 }
 
 TEST_F(BundleTest, FailsForWhatIsNotThere)
