@@ -83,9 +83,14 @@ TEST_F(LUMDocumentBundleDictionariesTest, WhatIsNoPropertyListIsToldInWords)
 
 TEST_F(LUMDocumentBundleDictionariesTest, EqualDictionariesGiveEqualFiles)
 {
-    EXPECT_TRUE(bundle->setDictionary(NSDictionary::of({ { "a", 1 }, { "b", "c" } })));
+    const auto inner = NSDictionary::of({ { "c", "x" }, { "d", "x" } });
+    EXPECT_TRUE(bundle->setDictionary(NSDictionary::of({ { "a", NSArray::of(inner, inner) }, { "b", 1 } })));
     const std::string first = get("doc/Info.plist");
-    EXPECT_TRUE(bundle->setDictionary(NSDictionary::of({ { "b", "c" }, { "a", 1 } })));
+    auto other = NSMutableDictionary::dictionary();
+    other->setObject(1, "b");
+    other->setObject(
+        NSArray::of(NSDictionary::of({ { "d", "x" }, { "c", "x" } }), inner->mutableCopy()), "a");
+    EXPECT_TRUE(bundle->setDictionary(other));
     EXPECT_EQ(get("doc/Info.plist"), first);
 }
 

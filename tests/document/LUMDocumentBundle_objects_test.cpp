@@ -62,6 +62,22 @@ TEST_F(LUMDocumentBundleObjectsTest, DeliberatelyLookingForAnObjectMakesTheFolde
     EXPECT_EQ(codeOf(error), -43);
 }
 
+TEST_F(LUMDocumentBundleObjectsTest, WhatCannotBeArchivedRaisesAndTheOldOneStays)
+{
+    EXPECT_TRUE(bundle->saveObject(some, "a"));
+    EXPECT_NE(nameRaisedBy([&] { return bundle->saveObject(NSMake<StandIn>(), "a"); }), "");
+    EXPECT_THAT(bundle->decodeObjectWithKey("a"), Equals(some));
+}
+
+TEST_F(LUMDocumentBundleObjectsTest, AWriteThatFailsIsFalseWithoutAnError)
+{
+    std::filesystem::create_directories(folder / "doc/Contents/Objects/a.object"); // in the way
+    NSRef<NSError> error = NSError::errorWithDomain(NSOSStatusErrorDomain, 1);
+    EXPECT_FALSE(bundle->saveObject(some, "a", &error));
+    EXPECT_FALSE(error);
+    EXPECT_FALSE(bundle->decodeObjectWithKey("a"));
+}
+
 TEST_F(LUMDocumentBundleObjectsTest, WhatIsNoArchiveRaises)
 {
     put("doc/Contents/Objects/a.object", "no archive");
