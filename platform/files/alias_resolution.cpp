@@ -68,6 +68,7 @@ public:
         NodeSystem::Volume volume;
         if (const auto folder = openNearestFolder(mRecord, volume)) {
             mSought = mRecord.identity;
+            mSought.isLayered = volume.isLayered;
             if (mSought.handle && mSought.born != FileAttributes::kUnknownTime)
                 mSought.volume = volume.id;
             const bool isFound = findByHandle(*folder, found) || findInOldFolder(*folder, found);

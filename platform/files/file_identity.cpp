@@ -27,12 +27,14 @@ FileHandle::FileHandle(std::int32_t type, std::span<const std::byte> bytes)
     std::ranges::copy(bytes, mBytes.begin());
 }
 
-FileIdentity::FileIdentity(std::uint64_t onVolume, const FileAttributes& attributes, const FileHandle& named)
-    : volume(onVolume)
+FileIdentity::FileIdentity(
+    const VolumeAttributes& on, const FileAttributes& attributes, const FileHandle& named)
+    : volume(on.id)
     , device(attributes.device)
     , inode(attributes.inode)
     , born(attributes.born)
     , kind(attributes.kind)
+    , isLayered(on.isLayered)
     , handle(named)
 {
 }
@@ -40,13 +42,24 @@ FileIdentity::FileIdentity(std::uint64_t onVolume, const FileAttributes& attribu
 bool isSame(const FileIdentity& identity, const FileAttributes& attributes)
 {
     return identity.inode == attributes.inode && identity.kind == attributes.kind
-        && onOneDevice(identity.device, attributes.device) && bornTogether(identity.born, attributes.born);
+        && onOneDevice(identity.device, attributes.device)
+        && (identity.isLayered || bornTogether(identity.born, attributes.born));
+}
+
+bool isSame(const FileIdentity& identity, const FileAttributes& attributes, const FileHandle& handle)
+{
+    const VolumeAttributes same { identity.volume, 0, identity.isLayered };
+    return isSame(identity, FileIdentity(same, attributes, handle));
 }
 
 bool isSame(const FileIdentity& a, const FileIdentity& b)
 {
-    return a.inode == b.inode && a.volume == b.volume && a.kind == b.kind && onOneDevice(a.device, b.device)
-        && bornTogether(a.born, b.born) && (!a.handle || !b.handle || a.handle == b.handle);
+    if (a.inode != b.inode || a.volume != b.volume || a.kind != b.kind || !onOneDevice(a.device, b.device))
+        return false;
+    const bool haveHandles = a.handle && b.handle;
+    if (haveHandles && a.handle != b.handle)
+        return false;
+    return (haveHandles && (a.isLayered || b.isLayered)) || bornTogether(a.born, b.born);
 }
 
 }

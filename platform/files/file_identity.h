@@ -13,7 +13,8 @@ enum class FileKind : std::uint8_t { File = 1, Folder = 2, Link = 3, Other = 4 }
 /// which tells it from another object that got the number later.
 class FileHandle {
 public:
-    static constexpr std::size_t kMaxLength = 40;
+    /// The longest known: of a layered file system above btrfs.
+    static constexpr std::size_t kMaxLength = 44;
 
     FileHandle() = default; ///< None: the file system gives none, or nobody has asked it.
     /// None as well when there are more bytes than a handle keeps.
@@ -44,24 +45,39 @@ struct FileAttributes {
     FileKind kind = FileKind::Other;
 };
 
+/// What one look at a file system tells.
+struct VolumeAttributes {
+    std::uint64_t id = 0; ///< The file system's own number. Device numbers differ within some volumes.
+    std::uint64_t type = 0;
+    /// An object gets another time of birth when it is first written to, and copied up to another layer for
+    /// that. What stays is the handle.
+    bool isLayered = false;
+};
+
 /// What tells an object from every other, wherever it is moved on its volume.
 struct FileIdentity {
-    std::uint64_t volume = 0; ///< The file system's own number. Device numbers differ within some volumes.
+    std::uint64_t volume = 0; ///< Its number.
     std::uint64_t device = 0; ///< 0: not known, as after a restart of the machine.
     std::uint64_t inode = 0;
     std::int64_t born = FileAttributes::kUnknownTime;
     FileKind kind = FileKind::Other;
+    bool isLayered = false; ///< The volume is.
     FileHandle handle;
 
     FileIdentity() = default;
-    FileIdentity(std::uint64_t onVolume, const FileAttributes& attributes, const FileHandle& named);
+    FileIdentity(const VolumeAttributes& on, const FileAttributes& attributes, const FileHandle& named);
 };
 
 /// Whether the attributes can be those of the object. Exact as long as something holds the object open;
-/// otherwise its inode may have gone to another one, which the time of birth nearly always tells.
+/// otherwise its inode may have gone to another one, which the time of birth nearly always tells, but not on
+/// layered file systems.
 bool isSame(const FileIdentity& identity, const FileAttributes& attributes);
 
-/// Whether both are the same object. A part that one of them lacks is no evidence.
+/// The same with a handle as well, which settles it if the object's own is known.
+bool isSame(const FileIdentity& identity, const FileAttributes& attributes, const FileHandle& handle);
+
+/// Whether both are the same object. A part that one of them lacks is no evidence. On layered file systems
+/// the time of birth counts only where a handle is missing: an object is rather lost than taken for another.
 bool isSame(const FileIdentity& a, const FileIdentity& b);
 
 }

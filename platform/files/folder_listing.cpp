@@ -51,7 +51,7 @@ int FolderListing::begin()
         return problem;
     if (const int problem = mSystem.volume(mReader.folder(), volume); problem != 0)
         return problem;
-    mPlaces.push_back({ attributes.mount, attributes.device, volume.id });
+    mPlaces.push_back({ attributes.mount, attributes.device, volume });
     return 0;
 }
 
@@ -64,24 +64,37 @@ int FolderListing::next(NodeRef& made, std::string_view& name)
             return result;
         if (!isUtf8(entry.name))
             continue;
-        FileAttributes attributes;
-        std::uint64_t volume = 0;
-        int problem = mSystem.attributes(mReader.folder(), entry.name.data(), attributes);
-        if (problem == 0)
-            problem = volumeOf(entry.name.data(), attributes, volume);
+        FileIdentity identity;
+        const int problem = identify(entry.name.data(), identity);
         if (problem == -ENOENT)
             continue; // it went away meanwhile
         if (problem != 0)
             return problem;
-        made = referenceTo(mPath, entry.name, volume, attributes);
+        made = NodeRef(new ReferenceNode(identity, joined(mPath, entry.name)));
         name = entry.name;
         return 1;
     }
 }
 
+int FolderListing::identify(const char* name, FileIdentity& identity)
+{
+    FileAttributes attributes;
+    NodeSystem::Volume volume;
+    FileHandle handle;
+    if (const int problem = mSystem.attributes(mReader.folder(), name, attributes); problem != 0)
+        return problem;
+    if (const int problem = volumeOf(name, attributes, volume); problem != 0)
+        return problem;
+    // Elsewhere it waits until the entry is used; here it is all that stays if somebody writes before that.
+    if (volume.isLayered)
+        (void)mSystem.handle(mReader.folder(), name, NodeSystem::HandlePurpose::Telling, handle);
+    identity = FileIdentity(volume, attributes, handle);
+    return 0;
+}
+
 /// Entries of a folder are on its volume, except where another one is mounted or begins without a mount. A
 /// device number of its own says nothing: layered file systems give files another one than their folder.
-int FolderListing::volumeOf(const char* name, const FileAttributes& attributes, std::uint64_t& volume)
+int FolderListing::volumeOf(const char* name, const FileAttributes& attributes, NodeSystem::Volume& volume)
 {
     const auto known = std::ranges::find_if(mPlaces, [&](const Place& place) {
         return place.mount == attributes.mount && place.device == attributes.device;
@@ -99,8 +112,8 @@ int FolderListing::volumeOf(const char* name, const FileAttributes& attributes, 
     mSystem.close(descriptor);
     if (problem != 0)
         return problem;
-    mPlaces.push_back({ attributes.mount, attributes.device, found.id });
-    volume = found.id;
+    mPlaces.push_back({ attributes.mount, attributes.device, found });
+    volume = found;
     return 0;
 }
 

@@ -20,12 +20,13 @@ private:
     struct Place {
         std::uint64_t mount;
         std::uint64_t device;
-        std::uint64_t volume;
+        NodeSystem::Volume volume;
     };
 
     FolderListing(int folder, std::string path);
     int begin();
-    int volumeOf(const char* name, const FileAttributes& attributes, std::uint64_t& volume);
+    int volumeOf(const char* name, const FileAttributes& attributes, NodeSystem::Volume& volume);
+    int identify(const char* name, FileIdentity& identity);
 
     NodeSystem& mSystem = NodeSystem::current();
     FolderReader mReader;

@@ -15,10 +15,7 @@ class NodeSystem {
 public:
     static constexpr int kNoFolder = -100;
 
-    struct Volume {
-        std::uint64_t id = 0;
-        std::uint64_t type = 0;
-    };
+    using Volume = VolumeAttributes;
     /// A handle that tells an object apart, or one by which openByHandle() finds it with its path.
     enum class HandlePurpose { Telling, Finding };
 

@@ -7,6 +7,7 @@
 #include <climits>
 #include <cstring>
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <linux/openat2.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -67,6 +68,7 @@ NodeSystem::Volume volumeOf(const struct statfs& info)
     static_assert(sizeof info.f_fsid == sizeof volume.id);
     std::memcpy(&volume.id, &info.f_fsid, sizeof volume.id);
     volume.type = static_cast<std::uint64_t>(info.f_type);
+    volume.isLayered = info.f_type == OVERLAYFS_SUPER_MAGIC;
     return volume;
 }
 

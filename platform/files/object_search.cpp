@@ -41,13 +41,17 @@ private:
     static constexpr std::size_t kNearest = 100;
 
     void lookThrough(const std::string& path, std::deque<std::string>& folders, const std::string& except);
-    bool mayBeSought(const FolderEntry& entry) const
+    bool mayBeSought(const FolderEntry& entry, bool areNumbersTrue) const
     {
+        if (entry.inode == mSought.inode)
+            return true;
         // Layered file systems list folders under other numbers than they have. One look more is little
         // beside reading a folder.
-        return entry.inode == mSought.inode
-            || (mSought.kind == FileKind::Folder && entry.kind == FolderEntry::Folder);
+        if (mSought.kind == FileKind::Folder)
+            return entry.kind == FolderEntry::Folder;
+        return !areNumbersTrue && (entry.kind == FolderEntry::Link) == (mSought.kind == FileKind::Link);
     }
+    bool areNumbersTrue(int folder) const;
     bool isSought(int folder, const char* name) const;
 
     NodeSystem& mSystem = NodeSystem::current();
@@ -65,7 +69,7 @@ bool Search::isSought(int folder, const char* name) const
         return false;
     FileHandle handle;
     (void)mSystem.handle(folder, name, NodeSystem::HandlePurpose::Telling, handle);
-    return isSame(mSought, FileIdentity(mSought.volume, attributes, handle));
+    return isSame(mSought, attributes, handle);
 }
 
 bool Search::look(const std::string& path)
@@ -94,6 +98,15 @@ std::optional<int> Search::opened(const std::string& path, bool& isElsewhere) co
     return std::nullopt;
 }
 
+/// Where the layers lie on several devices, files have another device number than their folders, and those
+/// that were copied up are listed under the number of the copy.
+bool Search::areNumbersTrue(int folder) const
+{
+    FileAttributes attributes;
+    return !mSought.isLayered
+        || (mSystem.attributes(folder, "", attributes) == 0 && attributes.device == mSought.device);
+}
+
 void Search::lookThrough(const std::string& path, std::deque<std::string>& folders, const std::string& except)
 {
     bool isElsewhere = false;
@@ -102,10 +115,11 @@ void Search::lookThrough(const std::string& path, std::deque<std::string>& folde
         return;
     ++mFoldersRead;
     FolderReader reader(mSystem, *folder);
+    const bool areNumbersTrue = this->areNumbersTrue(*folder);
     FolderEntry entry;
     while (!isOver() && reader.next(entry) > 0) {
         --mEntriesLeft;
-        if (mayBeSought(entry) && isSought(reader.folder(), entry.name.data())) {
+        if (mayBeSought(entry, areNumbersTrue) && isSought(reader.folder(), entry.name.data())) {
             mFound = joined(path, entry.name);
             return;
         }

@@ -33,6 +33,7 @@ FileIdentity ReferenceNode::identity() const
     identity.inode = mIdentity.inode;
     identity.born = mIdentity.born;
     identity.kind = mIdentity.kind;
+    identity.isLayered = mIdentity.isLayered;
     return identity;
 }
 

@@ -39,7 +39,7 @@ int identifyWithoutDescriptor(const char* path, FileIdentity& identity)
     const std::string lookedAt = attributes.kind == FileKind::Link ? folderOf(path) : path;
     if (const int problem = system.volumeAt(lookedAt.c_str(), volume); problem != 0)
         return problem;
-    identity = FileIdentity(volume.id, attributes, handle);
+    identity = FileIdentity(volume, attributes, handle);
     return 0;
 }
 
@@ -91,7 +91,7 @@ int identify(int descriptor, FileIdentity& identity)
         return problem;
     FileHandle handle;
     (void)system.handle(descriptor, "", NodeSystem::HandlePurpose::Telling, handle);
-    identity = FileIdentity(volume.id, attributes, handle);
+    identity = FileIdentity(volume, attributes, handle);
     return 0;
 }
 
@@ -118,13 +118,6 @@ int openReferenceTarget(const std::string& path, NodeRef& made)
     std::error_code error;
     const auto target = std::filesystem::canonical(path, error);
     return error ? -error.value() : referenceWithoutDescriptor(target.string(), made);
-}
-
-NodeRef referenceTo(const std::string& folderPath, std::string_view name, std::uint64_t volume,
-    const FileAttributes& attributes)
-{
-    return NodeRef(
-        new ReferenceNode(FileIdentity(volume, attributes, FileHandle()), joined(folderPath, name)));
 }
 
 std::string folderOf(const std::string& path)

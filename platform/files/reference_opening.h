@@ -14,10 +14,6 @@ int openReference(const std::string& path, NodeRef& made);
 /// A reference to what the links at the end of `path` lead to.
 int openReferenceTarget(const std::string& path, NodeRef& made);
 
-/// A reference to an entry of a folder, as it was seen, without a descriptor. `volume` is the entry's.
-NodeRef referenceTo(const std::string& folderPath, std::string_view name, std::uint64_t volume,
-    const FileAttributes& attributes);
-
 /// Who the object of a descriptor is.
 int identify(int descriptor, FileIdentity& identity);
 

@@ -119,8 +119,7 @@ private:
             return problem;
         FileHandle handle;
         (void)mSystem.handle(NodeSystem::kNoFolder, path.c_str(), NodeSystem::HandlePurpose::Telling, handle);
-        const FileIdentity identity = mNode.identity();
-        if (!isSame(identity, FileIdentity(identity.volume, attributes, handle)))
+        if (!isSame(mNode.identity(), attributes, handle))
             return -ENOENT;
         mLocated.path = path;
         return 0;

@@ -186,7 +186,7 @@ TEST_P(FSRefFollowingTest, AFileComesBackToItsOldPlace)
 TEST_P(FSRefFollowingTest, WritingMakesNoOtherObject)
 {
     const FSRef ref = made(file("f"));
-    file("f", "longer than before"); // copied up to another layer, on some
+    file("f", "longer than before");
     rename("f", "g");
     EXPECT_EQ(pathOf(ref), at("g"));
 }

@@ -1,5 +1,6 @@
 #include "tests/platform/files/mounted_file_system.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
 #include <sched.h>
@@ -22,20 +23,6 @@ bool run(const std::string& command)
     return std::system(("PATH=$PATH:/usr/sbin:/sbin; " + command + " >/dev/null 2>&1").c_str()) == 0;
 }
 
-bool mountOverlay(const fs::path& scratch, const fs::path& top)
-{
-    const fs::path upper = scratch / "memory";
-    fs::create_directories(scratch / "lower");
-    fs::create_directories(upper);
-    if (mount("none", upper.c_str(), "tmpfs", 0, nullptr) != 0)
-        return false;
-    fs::create_directories(upper / "upper");
-    fs::create_directories(upper / "work");
-    const std::string options = "lowerdir=" + (scratch / "lower").string()
-        + ",upperdir=" + (upper / "upper").string() + ",workdir=" + (upper / "work").string();
-    return mount("none", top.c_str(), "overlay", 0, options.c_str()) == 0;
-}
-
 bool mountImage(const std::string& type, const fs::path& scratch, const fs::path& top)
 {
     const fs::path image = scratch / "image";
@@ -43,6 +30,26 @@ bool mountImage(const std::string& type, const fs::path& scratch, const fs::path
     fs::resize_file(image, 400u << 20);
     return run("mkfs." + type + " " + image.string())
         && run("mount -o loop " + image.string() + " " + top.string());
+}
+
+/// The upper layer is in memory, or both are on a file system of the type.
+bool mountOverlay(const std::string& type, const fs::path& scratch, const fs::path& top)
+{
+    const fs::path layers = scratch / "layers";
+    fs::create_directories(layers);
+    const bool isMounted = type.empty() ? mount("none", layers.c_str(), "tmpfs", 0, nullptr) == 0
+                                        : mountImage(type, scratch, layers);
+    if (!isMounted)
+        return false;
+    const fs::path lower = (type.empty() ? scratch : layers) / "lower";
+    fs::create_directories(lower / "below/folder");
+    for (const char* file : { "below/f", "below/folder/f" })
+        std::ofstream(lower / file) << "text";
+    fs::create_directories(layers / "upper");
+    fs::create_directories(layers / "work");
+    const std::string options = "lowerdir=" + lower.string() + ",upperdir=" + (layers / "upper").string()
+        + ",workdir=" + (layers / "work").string();
+    return mount("none", top.c_str(), "overlay", 0, options.c_str()) == 0;
 }
 
 }
@@ -64,8 +71,12 @@ std::unique_ptr<MountedFileSystem> MountedFileSystem::find(const std::string& ty
     const fs::path scratch = made;
     auto system = with(scratch / "top", scratch);
     fs::create_directories(system->mTop);
-    system->mIsMounted =
-        type == "overlay" ? mountOverlay(scratch, system->mTop) : mountImage(type, scratch, system->mTop);
+    constexpr std::string_view kOverlayOn = "overlay_on_";
+    if (type == "overlay" || type.starts_with(kOverlayOn))
+        system->mIsMounted =
+            mountOverlay(type.substr(std::min(type.size(), kOverlayOn.size())), scratch, system->mTop);
+    else
+        system->mIsMounted = mountImage(type, scratch, system->mTop);
     return system->mIsMounted ? std::move(system) : nullptr;
 }
 
@@ -80,7 +91,7 @@ MountedFileSystem::~MountedFileSystem()
         return;
     if (mIsMounted)
         umount2(mTop.c_str(), MNT_DETACH);
-    umount2((mScratch / "memory").c_str(), MNT_DETACH);
+    umount2((mScratch / "layers").c_str(), MNT_DETACH);
     std::error_code error;
     fs::remove_all(mScratch, error);
 }

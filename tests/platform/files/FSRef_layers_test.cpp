@@ -1,0 +1,127 @@
+// File systems in layers, as containers have: what is first written to is copied up to another layer.
+#include "LUMPlatform/FSAlias.h"
+#include "LUMPlatform/FSIterator.h"
+
+#include "LUMPlatform/NSData.h"
+#include "platform/files/reference_node.h"
+#include "tests/platform/files/mounted_file_system.h"
+#include "tests/platform/files/reference_fixture.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class FSRefLayersTest : public ReferenceTest, public testing::WithParamInterface<const char*> {
+protected:
+    void SetUp() override
+    {
+        mSystem = MountedFileSystem::find(GetParam());
+        if (!mSystem)
+            GTEST_SKIP() << "no " << GetParam() << " here";
+        mBelow = mSystem->top() / "below";
+    }
+    void TearDown() override
+    {
+        FSReleaseDescriptors();
+        mSystem.reset();
+    }
+
+    std::string below(const std::string& name) const { return (mBelow / name).string(); }
+    /// Without handles, as on Linux before 6.5, only what is held is told from another after a change.
+    bool haveHandles() const
+    {
+        const FSRef ref = refTo(below("f"));
+        return static_cast<bool>(ref.node()->identity().handle);
+    }
+    void copyUp(const std::string& name) const { std::ofstream(below(name), std::ios::app) << "more"; }
+
+    std::unique_ptr<MountedFileSystem> mSystem;
+    fs::path mBelow;
+};
+
+TEST_P(FSRefLayersTest, AFileIsTheSameAfterItsFirstChange)
+{
+    const FSRef ref = refTo(below("f"));
+    copyUp("f");
+    EXPECT_EQ(pathOf(ref), below("f"));
+    EXPECT_EQ(FSCompareFSRefs(ref, refTo(below("f"))), 0);
+    fs::rename(below("f"), below("g"));
+    EXPECT_EQ(pathOf(ref), below("g"));
+    FSReleaseDescriptors();
+    EXPECT_EQ(pathOf(ref), below("g"));
+}
+
+TEST_P(FSRefLayersTest, AFileThatNothingHoldsIsFoundAfterItsFirstChange)
+{
+    if (!haveHandles())
+        GTEST_SKIP() << "no handles here";
+    const FSRef ref = letGo(refTo(below("f")));
+    copyUp("f");
+    EXPECT_EQ(pathOf(ref), below("f"));
+    FSReleaseDescriptors();
+    fs::rename(below("f"), below("folder/g"));
+    EXPECT_EQ(pathOf(ref), below("folder/g"));
+}
+
+TEST_P(FSRefLayersTest, AFolderIsTheSameAfterItsFirstChange)
+{
+    if (!haveHandles())
+        GTEST_SKIP() << "no handles here";
+    const FSRef ref = letGo(refTo(below("folder")));
+    fs::permissions(below("folder"), fs::perms::owner_all);
+    EXPECT_EQ(pathOf(ref), below("folder"));
+    EXPECT_EQ(FSCompareFSRefs(ref, refTo(below("folder"))), 0);
+}
+
+TEST_P(FSRefLayersTest, AnEntryOfAListingIsTheSameAfterItsFirstChange)
+{
+    if (!haveHandles())
+        GTEST_SKIP() << "no handles here";
+    FSIterator iterator;
+    ASSERT_EQ(FSOpenIterator(refTo(below("folder")), kFSIterateFlat, iterator), 0);
+    FSRef entry;
+    ASSERT_EQ(FSGetCatalogInfoBulk(iterator, entry), 0);
+    copyUp("folder/f");
+    EXPECT_EQ(pathOf(entry), below("folder/f"));
+    EXPECT_EQ(FSCompareFSRefs(entry, refTo(below("folder/f"))), 0);
+}
+
+TEST_P(FSRefLayersTest, ARecordLeadsToAFileAfterItsFirstChange)
+{
+    if (!haveHandles())
+        GTEST_SKIP() << "no handles here";
+    NSRef<NSData> record;
+    ASSERT_EQ(FSNewAlias(refTo(below("f")), record), 0);
+    copyUp("f");
+    fs::rename(below("f"), below("folder/g"));
+    FSRef found;
+    EXPECT_EQ(FSResolveAlias(record, found), 0);
+    EXPECT_EQ(pathOf(found), below("folder/g"));
+}
+
+TEST_P(FSRefLayersTest, AnotherFileOfTheNameIsAnother)
+{
+    const FSRef ref = letGo(refTo(below("f")));
+    fs::remove(below("f"));
+    std::ofstream(below("f")) << "another";
+    EXPECT_EQ(pathOf(ref), "(-43)");
+    EXPECT_NE(FSCompareFSRefs(ref, refTo(below("f"))), 0);
+}
+
+TEST_P(FSRefLayersTest, LeavesNoDescriptorBehind)
+{
+    FSReleaseDescriptors();
+    const std::size_t before = openDescriptors();
+    {
+        const FSRef ref = refTo(below("f"));
+        copyUp("f");
+        EXPECT_EQ(pathOf(ref), below("f"));
+    }
+    EXPECT_EQ(openDescriptors(), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(FileSystems, FSRefLayersTest,
+    testing::Values("overlay", "overlay_on_ext4", "overlay_on_btrfs"),
+    [](const auto& type) { return std::string(type.param); });
+
+}
