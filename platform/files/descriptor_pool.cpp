@@ -54,10 +54,7 @@ DescriptorPool::Lease DescriptorPool::lease(ReferenceNode& node)
     if (node.mDescriptor < 0)
         return {};
     ++node.mPins;
-    if (&node != mNewest) {
-        unlink(node);
-        linkAsNewest(node);
-    }
+    use(node);
     return { &node, node.mDescriptor };
 }
 
@@ -124,6 +121,8 @@ void DescriptorPool::setGone(ReferenceNode& node)
 DescriptorPool::Place DescriptorPool::place(ReferenceNode& node)
 {
     MutexLock held(mLock);
+    if (node.mDescriptor >= 0)
+        use(node);
     return { node.mPath ? std::string(node.mPath.get()) : std::string(), node.mDescriptor >= 0 };
 }
 
@@ -221,6 +220,14 @@ void DescriptorPool::unpin(ReferenceNode& node)
 {
     MutexLock held(mLock);
     --node.mPins;
+}
+
+void DescriptorPool::use(ReferenceNode& node)
+{
+    if (&node == mNewest)
+        return;
+    unlink(node);
+    linkAsNewest(node);
 }
 
 void DescriptorPool::linkAsNewest(ReferenceNode& node)

@@ -67,6 +67,7 @@ public:
         std::string path; ///< Empty when the object is known to be gone.
         bool isHeld = false;
     };
+    /// Counts as a use of the descriptor, like lease().
     Place place(ReferenceNode& node);
     void setPath(ReferenceNode& node, std::string_view path);
 
@@ -104,6 +105,7 @@ private:
 
     void forget(ReferenceNode& node);
     void unpin(ReferenceNode& node);
+    void use(ReferenceNode& node) NS_REQUIRES(mLock);
     void linkAsNewest(ReferenceNode& node) NS_REQUIRES(mLock);
     void unlink(ReferenceNode& node) NS_REQUIRES(mLock);
     /// Takes the descriptors of the least recently used until `count` are left, as far as they are not in

@@ -146,6 +146,17 @@ TEST_F(FSRefLimitsTest, TheLeastRecentlyUsedAreGivenBackFirst)
     EXPECT_TRUE(isHeld(2));
 }
 
+TEST_F(FSRefLimitsTest, AskingForAPathIsAUse)
+{
+    auto& pool = platform::DescriptorPool::shared();
+    while (pool.makeRoom() || pool.budget() > 16) { }
+    const auto refs = many(16);
+    EXPECT_EQ(pathOf(refs[0]), at("0"));
+    const FSRef more = refTo(file("more"));
+    EXPECT_TRUE(pool.lease(*refs[0].node()));
+    EXPECT_FALSE(pool.lease(*refs[1].node()));
+}
+
 TEST_F(FSRefLimitsTest, ADescriptorInUseIsNotGivenBack)
 {
     auto& pool = platform::DescriptorPool::shared();
