@@ -67,8 +67,8 @@ NS_EXPORT OSStatus FSPathMakeRef(const std::string& path, FSRef& ref);
 
 /// The absolute path, free of symbolic links, at which the object is now. -43 when it is gone: it was
 /// removed, is not reachable by any path, or could not be found. The path was seen to lead to the object
-/// during the call. One system call while the object is held and has not moved; a search ends after 20,000
-/// entries, or after 50 ms when the hundred nearest folders have been read.
+/// during the call. One system call while the object is held and has not moved; a search ends after
+/// 200,000 entries, or after 50 ms when the hundred nearest folders have been read.
 NS_EXPORT OSStatus FSRefMakePath(const FSRef& ref, std::string& path);
 
 /// 0 when both refer to the same object, -1420 when they do not, -1303 when even the volumes differ. Two

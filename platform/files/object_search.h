@@ -12,8 +12,8 @@ struct SearchLimits {
     std::chrono::milliseconds time; ///< Does not count for the hundred nearest folders.
 };
 
-/// For what an accessor does on the way.
-inline constexpr SearchLimits kGlance { 20'000, std::chrono::milliseconds(50) };
+/// For what an accessor does on the way. The entries of one large folder must fit in.
+inline constexpr SearchLimits kGlance { 200'000, std::chrono::milliseconds(50) };
 /// For what somebody asked for.
 inline constexpr SearchLimits kSearch { 200'000, std::chrono::milliseconds(250) };
 

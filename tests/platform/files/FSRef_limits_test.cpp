@@ -246,6 +246,19 @@ TEST_F(FSRefLimitsTest, TheSpaceOfARemovedFileIsGivenBackOnceItIsMissed)
     EXPECT_NE(FSCompareFSRefs(ref, refTo(at("f"))), 0);
 }
 
+TEST_F(FSRefLimitsTest, ARenameInALargeFolderIsFound)
+{
+    file("other");
+    for (int i = 0; i < 40'000; ++i)
+        ASSERT_EQ(link(at("other").c_str(), at("a" + std::to_string(i)).c_str()), 0);
+    const auto refs = many(20);
+    FSReleaseDescriptors();
+    for (int i = 0; i < 20; ++i)
+        rename(std::to_string(i), "renamed " + std::to_string(i));
+    for (int i = 0; i < 20; ++i)
+        EXPECT_EQ(pathOf(refs[static_cast<std::size_t>(i)]), at("renamed " + std::to_string(i)));
+}
+
 TEST_F(FSRefLimitsTest, NothingIsSearchedForThatIsKnownToBeGone)
 {
     const FSRef asked = refTo(file("f"));
