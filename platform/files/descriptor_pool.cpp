@@ -70,7 +70,7 @@ DescriptorPool::Lease DescriptorPool::adopt(
             node.mHasHandle.store(true, std::memory_order_release);
         }
         if (!node.mPath || path != node.mPath.get())
-            node.mPath = copied(path);
+            replacePath(node, path);
         node.mMissedAt = 0;
         if (isOnRemovableVolume(path)) {
             lease = { nullptr, descriptor };
@@ -129,8 +129,14 @@ DescriptorPool::Place DescriptorPool::place(ReferenceNode& node)
 void DescriptorPool::setPath(ReferenceNode& node, std::string_view path)
 {
     MutexLock held(mLock);
-    node.mPath = copied(path);
+    replacePath(node, path);
     node.mMissedAt = 0;
+}
+
+std::vector<std::string> DescriptorPool::guesses(std::string_view path)
+{
+    MutexLock held(mLock);
+    return mMoves.guesses(path);
 }
 
 bool DescriptorPool::hasMissed(const ReferenceNode& node, std::int64_t folderModified, std::int64_t now)
@@ -287,7 +293,14 @@ void DescriptorPool::remember(ReferenceNode& node, const FileAttributes& attribu
     if (system.pathOf(node.mDescriptor, path) != 0 || path == node.mPath.get())
         return;
     if (!path.ends_with(" (deleted)") || isAt(path.c_str()))
-        node.mPath = copied(path);
+        replacePath(node, path);
+}
+
+void DescriptorPool::replacePath(ReferenceNode& node, std::string_view path)
+{
+    if (node.mPath)
+        mMoves.note(node.mPath.get(), path);
+    node.mPath = copied(path);
 }
 
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/files/node_system.h"
+#include "platform/files/path_moves.h"
 #include "platform/files/reference_node.h"
 #include "platform/objects/mutex.h"
 
@@ -70,6 +71,8 @@ public:
     /// Counts as a use of the descriptor, like lease().
     Place place(ReferenceNode& node);
     void setPath(ReferenceNode& node, std::string_view path);
+    /// Where an object that was at `path` may be, going by where others were found.
+    std::vector<std::string> guesses(std::string_view path);
 
     /// Whether a search failed a moment ago, and nothing has changed since in the folder it began in.
     bool hasMissed(const ReferenceNode& node, std::int64_t folderModified, std::int64_t now);
@@ -111,13 +114,15 @@ private:
     /// Takes the descriptors of the least recently used until `count` are left, as far as they are not in
     /// use.
     std::vector<int> evictBeyond(std::size_t count) NS_REQUIRES(mLock);
-    static void remember(ReferenceNode& node, const FileAttributes& attributes);
+    void remember(ReferenceNode& node, const FileAttributes& attributes) NS_REQUIRES(mLock);
+    void replacePath(ReferenceNode& node, std::string_view path) NS_REQUIRES(mLock);
 
     Mutex mLock;
     ReferenceNode* mNewest NS_GUARDED_BY(mLock) = nullptr;
     ReferenceNode* mOldest NS_GUARDED_BY(mLock) = nullptr;
     std::size_t mHeld NS_GUARDED_BY(mLock) = 0;
     std::size_t mBudget NS_GUARDED_BY(mLock);
+    PathMoves mMoves NS_GUARDED_BY(mLock);
 };
 
 }

@@ -87,8 +87,12 @@ private:
         const std::string known = mPool.place(mNode).path;
         if (known.empty())
             return -ENOENT;
-        const int problem = openAt(known);
-        return problem == 0 ? 0 : search(known);
+        if (openAt(known) == 0)
+            return 0;
+        for (const std::string& guess : mPool.guesses(known))
+            if (openAt(guess) == 0)
+                return 0;
+        return search(known);
     }
 
     int openAt(const std::string& path)

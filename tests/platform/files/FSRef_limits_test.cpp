@@ -56,7 +56,7 @@ TEST_F(FSRefLimitsTest, AHundredThousandLiveUnderALimitOf1024)
         for (int i = 0; i < kFiles; i += 2)
             rename(std::to_string(i), "a/" + std::to_string(i));
         rename("a", "b");
-        for (int i = 0; i < kReferences; i += 499) {
+        for (int i = 0; i < kReferences; ++i) {
             const std::string name = std::to_string(i % kFiles);
             if (pathOf(refs[static_cast<std::size_t>(i)]) != at(i % kFiles % 2 ? name : "b/" + name))
                 return false;
@@ -257,6 +257,20 @@ TEST_F(FSRefLimitsTest, ARenameInALargeFolderIsFound)
         rename(std::to_string(i), "renamed " + std::to_string(i));
     for (int i = 0; i < 20; ++i)
         EXPECT_EQ(pathOf(refs[static_cast<std::size_t>(i)]), at("renamed " + std::to_string(i)));
+}
+
+TEST_F(FSRefLimitsTest, OneSearchIsEnoughForAllBelowARenamedFolder)
+{
+    folder("a/b");
+    const FSRef first = refTo(file("a/b/first"));
+    const FSRef second = refTo(file("a/second"));
+    FSReleaseDescriptors();
+    rename("a", "c");
+    EXPECT_EQ(pathOf(first), at("c/b/first"));
+    FaultyNodeSystem system;
+    system.fail(FaultyNodeSystem::OpenFolder, EIO);
+    EXPECT_EQ(pathOf(second), at("c/second"));
+    EXPECT_FALSE(system.hasFailed()) << "searched again";
 }
 
 TEST_F(FSRefLimitsTest, NothingIsSearchedForThatIsKnownToBeGone)
