@@ -42,6 +42,8 @@ public:
     }
 
 private:
+    static constexpr int kAttempts = 5;
+
     bool isAt(const std::string& path) const
     {
         FileAttributes attributes;
@@ -59,13 +61,17 @@ private:
         if (!isOurs || problem != 0)
             return problem;
         const std::string known = mPool.place(mNode).path;
-        std::string told;
-        problem = mSystem.pathOf(descriptor, told);
-        if (problem == 0 && isAt(told)) {
-            if (told != known)
-                mPool.setPath(mNode, told);
-            mLocated.path = std::move(told);
-            return 0;
+        // It may be moved between the answer and the look; one that is gone is not asked again.
+        const int attempts = attributes.links == 0 ? 1 : kAttempts;
+        for (int attempt = 0; attempt < attempts && problem == 0; ++attempt) {
+            std::string told;
+            problem = mSystem.pathOf(descriptor, told);
+            if (problem == 0 && isAt(told)) {
+                if (told != known)
+                    mPool.setPath(mNode, told);
+                mLocated.path = std::move(told);
+                return 0;
+            }
         }
         if (isAt(known)) { // the system has no /proc, or calls it otherwise
             mLocated.path = known;

@@ -2,12 +2,15 @@
 // follows.
 #include "LUMPlatform/FSRef.h"
 
+#include "tests/platform/files/faulty_node_system.h"
 #include "tests/platform/files/mounted_file_system.h"
 #include "tests/platform/files/reference_fixture.h"
 
+#include <cerrno>
 #include <sys/stat.h>
 #include <tuple>
 #include <unistd.h>
+#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -189,6 +192,36 @@ TEST_P(FSRefFollowingTest, WritingMakesNoOtherObject)
     file("f", "longer than before");
     rename("f", "g");
     EXPECT_EQ(pathOf(ref), at("g"));
+}
+
+/// Moves a file on each time somebody has just been told where it is.
+class MovingSystem final : public FaultyNodeSystem {
+public:
+    explicit MovingSystem(std::vector<std::string> places) : mPlaces(std::move(places)) { }
+
+    int pathOf(int descriptor, std::string& path) override
+    {
+        const int problem = FaultyNodeSystem::pathOf(descriptor, path);
+        if (mPlaces.size() > 1) {
+            fs::rename(mPlaces[0], mPlaces[1]);
+            mPlaces.erase(mPlaces.begin());
+        }
+        return problem;
+    }
+
+private:
+    std::vector<std::string> mPlaces;
+};
+
+class FSRefMeanwhileTest : public ReferenceTest { };
+
+TEST_F(FSRefMeanwhileTest, AFileThatIsHeldIsNotMissedWhileItMoves)
+{
+    const FSRef ref = refTo(file("f"));
+    rename("f", "1");
+    MovingSystem system({ at("1"), at("2"), at("3") });
+    system.fail(FaultyNodeSystem::OpenFolder, EIO); // no search
+    EXPECT_EQ(pathOf(ref), at("3"));
 }
 
 /// What was mounted for the test alone can go before its end.
