@@ -85,8 +85,9 @@ public:
     bool isEqual(const NSId& other) const override;
     /// Selector: isEqualTo:
     bool isEqualTo(const NSId& other) const;
-    /// Same for the same object; else the order of the paths. Handles without a path come first, in an order
-    /// of their own; null comes before all. Selector: compare:
+    /// Same for the same object; else the order of the paths, letter by letter where they count as equal.
+    /// Handles without a path come first, in an order of their own; null comes before all.
+    /// Selector: compare:
     NSComparisonResult compare(const NSRef<LUMFileRef>& other) const;
     /// Deliberate: the number of the volume, equal for all handles on it, since that is what stays when an
     /// object is renamed or moved. Looked up once; 0 for an object that could not be looked at then.

@@ -93,8 +93,11 @@ NSComparisonResult LUMFileRef::compare(const NSRef<LUMFileRef>& other) const
         return NSOrderedSame;
     const auto path = this->path();
     const auto otherPath = other->path();
-    if (path && otherPath)
-        return path->compare(otherPath);
+    if (path && otherPath) {
+        // Texts that differ may count as the same there, as long and short forms of one accent do.
+        const NSComparisonResult order = path->compare(otherPath);
+        return order != NSOrderedSame ? order : path->compareOptions(otherPath, NSLiteralSearch);
+    }
     if (path || otherPath)
         return path ? NSOrderedDescending : NSOrderedAscending;
     return FSOrderFSRefs(mFileRef, other->mFileRef) < 0 ? NSOrderedAscending : NSOrderedDescending;

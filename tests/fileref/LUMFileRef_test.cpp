@@ -61,6 +61,17 @@ TEST_F(LUMFileRefTest, DistinctObjectsAreInTheOrderOfTheirPaths)
     EXPECT_FALSE(handle("a")->isEqual(handle("b")));
 }
 
+TEST_F(LUMFileRefTest, NamesThatAreWrittenOtherwiseAreOtherFiles)
+{
+    file("\u00e9"); // in one letter
+    file("e\u0301"); // in a letter and an accent
+    const auto one = handle("\u00e9");
+    const auto two = handle("e\u0301");
+    EXPECT_FALSE(one->isEqual(two));
+    EXPECT_NE(one->compare(two), NSOrderedSame);
+    EXPECT_EQ(one->compare(two), -two->compare(one));
+}
+
 TEST_F(LUMFileRefTest, HandlesOnWhatIsGoneComeFirstAndAreEqualOnlyToThemselves)
 {
     file("a");
