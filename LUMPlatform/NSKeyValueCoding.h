@@ -11,20 +11,28 @@ extern NS_EXPORT const NSStringConstant NSUndefinedKeyException;
 ///     auto track = NSDictionary::of({ { "title", "Intro" }, { "seconds", 12 } });
 ///     NSKeyValueCoding::valueForKey(track, "title"); // Intro
 ///     NSKeyValueCoding::valueForKey(track, "@count"); // 2
+///     auto album = NSDictionary::of({ { "tracks", NSArray::of(track) } });
+///     NSKeyValueCoding::valueForKeyPath(album, "tracks.title"); // (Intro)
 namespace NSKeyValueCoding {
 
 /// The value of `object` that `key` names; null for a null object.
 ///
 /// A class may answer the selector itself. A dictionary answers the value under `key`, null when there is
-/// none; only a key that begins with "@" asks the dictionary itself for the value of the rest, whatever it
-/// holds. Every other object answers by its methods get<Key>, <key>, is<Key>, _get<Key> or _<key>, the first
-/// there is, where <Key> is the key with its first letter in upper case. Numbers and truth values come as
-/// NSNumber; a method that returns nothing gives null.
+/// none; an array the array of its elements' values, with NSNull for null. Only a key that begins with "@"
+/// asks the dictionary or array itself for the value of the rest, whatever it holds. Every other object
+/// answers by its methods get<Key>, <key>, is<Key>, _get<Key> or _<key>, the first there is, where <Key> is
+/// the key with its first letter in upper case. Numbers and truth values come as NSNumber. A method that
+/// returns nothing gives null and is not called, so that a key from a file cannot change what it is asked of.
 ///
-/// Raises NSUndefinedKeyException when nothing answers to the key, and for a null or empty key of anything
-/// but a dictionary. Threads: those of the object.
+/// Raises NSUndefinedKeyException when nothing answers to the key, for a null or empty key of anything but a
+/// dictionary, and for arrays inside each other beyond 1,000 levels. Threads: those of the object.
 ///
 /// Selector: valueForKey:
 NS_EXPORT NSId valueForKey(const NSId& object, const NSRef<NSString>& key);
+
+/// The value of the value of ..., each by valueForKey with the next part of `path`; full stops divide it.
+/// Null as soon as a value is, and for a null object. A class may answer the selector itself.
+/// Selector: valueForKeyPath:
+NS_EXPORT NSId valueForKeyPath(const NSId& object, const NSRef<NSString>& path);
 
 }

@@ -1,7 +1,10 @@
 #include "LUMPlatform/NSKeyValueCoding.h"
 
+#include "LUMPlatform/NSArray.h"
+#include "LUMPlatform/NSDecodingLimits.h"
 #include "LUMPlatform/NSDictionary.h"
 #include "LUMPlatform/NSException.h"
+#include "LUMPlatform/NSNull.h"
 #include "LUMPlatform/NSSend.h"
 #include "LUMPlatform/NSString.h"
 #include "platform/keyvalue/key_methods.h"
@@ -25,20 +28,55 @@ NSId valueOfObject(const NSId& object, const NSRef<NSString>& key)
     return value;
 }
 
+bool isOfCollectionItself(const NSRef<NSString>& key)
+{
+    return key && key->length() > 0 && key->characterAtIndex(0) == '@';
+}
+
 NSId valueInDictionary(const NSRef<NSDictionary>& dictionary, const NSRef<NSString>& key)
 {
-    if (key && key->length() > 0 && key->characterAtIndex(0) == '@')
+    if (isOfCollectionItself(key))
         return valueOfObject(dictionary, key->substringFromIndex(1));
     return dictionary->objectForKey(key);
 }
 
-constexpr NSMethod kRootMethods[] = { NSMethodOf<"valueForKey:", &valueOfObject>() };
+NSId valuesInArray(const NSRef<NSArray>& array, const NSRef<NSString>& key)
+{
+    if (isOfCollectionItself(key))
+        return valueOfObject(array, key->substringFromIndex(1));
+    static thread_local NSUInteger tDepth = 0;
+    if (tDepth >= NSDecodingLimits().depth) // one that holds itself, for instance
+        raiseUndefined(*array, key);
+    struct Level {
+        Level() { ++tDepth; }
+        ~Level() { --tDepth; }
+    } const level;
+    std::vector<NSId> values;
+    for (const NSId& element : array) {
+        NSId value = NSKeyValueCoding::valueForKey(element, key);
+        values.push_back(value ? std::move(value) : NSNull::null());
+    }
+    return NSArray::arrayWithObjects(std::move(values));
+}
+
+NSId itself(const NSId& object)
+{
+    return object;
+}
+
+constexpr NSMethod kRootMethods[] = {
+    NSMethodOf<"self", &itself>(),
+    NSMethodOf<"valueForKey:", &valueOfObject>(),
+    NSMethodOf<"valueForKeyPath:", &NSKeyValueCoding::valueForKeyPath>(),
+};
 constexpr NSMethod kDictionaryMethods[] = { NSMethodOf<"valueForKey:", &valueInDictionary>() };
+constexpr NSMethod kArrayMethods[] = { NSMethodOf<"valueForKey:", &valuesInArray>() };
 
 [[gnu::constructor]] void giveMethodTables()
 {
     NSObject::classObject().extend(kRootMethods);
     NSDictionary::classObject().extend(kDictionaryMethods);
+    NSArray::classObject().extend(kArrayMethods);
 }
 
 }
@@ -53,5 +91,24 @@ NSId NSKeyValueCoding::valueForKey(const NSId& object, const NSRef<NSString>& ke
         return NSSend<NSId>(kept, selector, key);
     if (auto dictionary = NSCast<NSDictionary>(kept))
         return valueInDictionary(dictionary, key);
+    if (auto array = NSCast<NSArray>(kept))
+        return valuesInArray(array, key);
     return valueOfObject(kept, key);
+}
+
+NSId NSKeyValueCoding::valueForKeyPath(const NSId& object, const NSRef<NSString>& path)
+{
+    static const NSSelector selector("valueForKeyPath:");
+    const auto text = path ? path->characters() : std::u16string_view();
+    NSId value = object;
+    for (std::size_t begin = 0; value;) {
+        if (value->isa().overridingMethod(selector))
+            return NSSend<NSId>(value, selector, begin == 0 ? path : path->substringFromIndex(begin));
+        const std::size_t end = text.find(u'.', begin);
+        if (end == std::u16string_view::npos)
+            return valueForKey(value, begin == 0 ? path : path->substringFromIndex(begin));
+        value = valueForKey(value, NSString::stringWithCharacters(text.substr(begin, end - begin)));
+        begin = end + 1;
+    }
+    return nullptr;
 }

@@ -38,8 +38,6 @@ NSId objectOf(const NSArgument& value)
     switch (value.kind()) {
     case '@':
         return NSShare(value.object());
-    case 'v':
-        return nullptr;
     case 'f':
         return NSNumber::numberWithFloat(value.as<float>());
     case 'd':
@@ -71,6 +69,10 @@ bool valueByMethod(NSObject& object, const std::string& key, NSId& value)
         const NSMethod* method = methodNamed(object.isa(), selector);
         if (!method || !method->argumentTypes.empty() || !isObjectOrNumber(method->returnType))
             continue;
+        if (*method->returnType == 'v') { // it can only be there for what it does
+            value = nullptr;
+            return true;
+        }
         NSResult result;
         method->invoke(object, {}, result);
         value = objectOf(result.value());

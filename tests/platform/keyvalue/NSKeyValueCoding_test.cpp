@@ -5,13 +5,17 @@
 #include "LUMPlatform/NSNull.h"
 #include "LUMPlatform/NSNumber.h"
 #include "LUMPlatform/NSSend.h"
+#include "LUMPlatform/NSSortDescriptor.h"
 #include "LUMPlatform/NSString.h"
 #include "tests/fixture.h"
 #include "tests/object_matchers.h"
 #include "tests/raised_by.h"
 #include "tests/vector_file.h"
 
+#include <algorithm>
+#include <cctype>
 #include <limits>
+#include <set>
 
 namespace {
 
@@ -33,9 +37,11 @@ public:
     short narrow() { return -3; }
     unsigned wide() { return 4'000'000'000U; }
     double precise() { return 0.1; }
-    void nothing() { }
+    void nothing() { ++calledForNothing; }
     NSRange range() { return { 1, 2 }; }
     NSId withArgument(const NSId& argument) { return argument; }
+
+    int calledForNothing = 0;
 
 protected:
     Answering() = default;
@@ -93,6 +99,7 @@ const NSClass& Overriding::classObject()
 }
 
 using NSKeyValueCoding::valueForKey;
+using NSKeyValueCoding::valueForKeyPath;
 
 class NSKeyValueCodingTest : public ObjectTest {
 protected:
@@ -113,40 +120,156 @@ protected:
     }
 };
 
-TEST_F(NSKeyValueCodingTest, ObjectsAnswerByTheirMethods)
+/// A row of the vectors: an object, and the operation and key that it is asked by.
+struct Row {
+    std::string object, operation, key, result;
+};
+
+/// The rows that are a look-up: "object.operation(key)".
+std::vector<Row> lookUpRows()
 {
+    std::vector<Row> rows;
     for (const auto& row : vectors::load("kvc.tsv")) {
-        const std::string expression = row.cell("expression");
-        const std::string start = "A.valueForKey(";
-        const std::string key =
-            expression.substr(0, expression.find(')')).substr(std::min(start.size(), expression.size()));
-        const bool isInstanceVariable =
-            key == "d" || key == "b" || key == "flag" || key == "which" || key == "r";
-        if (expression != start + key + ")" || key == "nil" || key == "''" || key == "rangev"
-            || key == "pointv" || isInstanceVariable)
+        const std::string text = row.cell("expression");
+        const std::size_t dot = text.find('.');
+        const std::size_t open = text.find('(', dot);
+        if (dot == std::string::npos || !text.ends_with(')') || text.compare(dot, 6, ".value") != 0)
             continue;
-        EXPECT_EQ(printed(answering, key), row.cell("result")) << expression;
+        rows.push_back({ text.substr(0, dot), text.substr(dot + 1, open - dot - 1),
+            text.substr(open + 1, text.size() - open - 2), row.cell("result") });
     }
+    return rows;
+}
+
+/// Structures are no values here, and there are no instance variables to be found by name.
+bool isOfObjectiveC(const std::string& key)
+{
+    return std::set<std::string> { "rangev", "pointv", "d", "b", "flag", "which", "r" }.contains(key);
+}
+
+class KeyValueVectors : public NSKeyValueCodingTest, public testing::WithParamInterface<Row> { };
+
+TEST_P(KeyValueVectors, GiveWhatIsExpected)
+{
+    const Row& row = GetParam();
+    const NSId object = row.object == "A" ? NSId(answering)
+        : row.object == "dict"            ? NSId(dictionary)
+        : row.object == "dict{a}"         ? NSId(NSDictionary::of({ { "a", "1" } }))
+                                          : NSId(NSArray::of("a", "bb", "c"));
+    const NSRef<NSString> key = row.key == "nil" ? nullptr : NSRef<NSString>(row.key == "''" ? "" : row.key);
+    const auto look = row.operation == "valueForKey" ? &valueForKey : &valueForKeyPath;
+    NSId value;
+    const std::string raised = nameRaisedBy([&] { value = look(object, key); });
+    if (row.key == "@self") {
+        EXPECT_TRUE(value == object);
+    } else if (row.key == "@allKeys") { // which are in no order there
+        EXPECT_THAT(value, Equals(NSCast<NSDictionary>(object)->allKeys()));
+    } else if (!raised.empty()) {
+        EXPECT_EQ("EXC " + raised, row.result);
+    } else if (row.result.starts_with('(') && row.result != "(nil)") {
+        EXPECT_EQ("(" + NSCast<NSArray>(value)->componentsJoinedByString(", ")->utf8() + ")", row.result);
+    } else
+        EXPECT_EQ(value ? value->description()->utf8() : "(nil)", row.result);
+}
+
+std::vector<Row> rowsToRun()
+{
+    auto rows = lookUpRows();
+    std::erase_if(rows, [](const Row& row) {
+        const bool isOther = row.object != "A" && row.object != "array" && !row.object.starts_with("dict");
+        return isOther || (row.object == "A" && isOfObjectiveC(row.key)) || row.key == "@max.length";
+    });
+    return rows;
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, KeyValueVectors, testing::ValuesIn(rowsToRun()), [](const auto& row) {
+    std::string name = row.param.object + "_" + row.param.operation + "_" + row.param.key;
+    std::ranges::replace_if(
+        name, [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); }, '_');
+    return std::to_string(row.index) + name;
+});
+
+TEST_F(NSKeyValueCodingTest, AllRowsOfDictionariesAreRun)
+{
+    EXPECT_EQ(
+        std::ranges::count_if(rowsToRun(), [](const Row& row) { return row.object.starts_with("dict"); }),
+        20);
+    EXPECT_EQ(std::ranges::count_if(rowsToRun(), [](const Row& row) { return row.object == "A"; }), 13);
+    EXPECT_EQ(std::ranges::count_if(rowsToRun(), [](const Row& row) { return row.object == "array"; }), 4);
 }
 
 TEST_F(NSKeyValueCodingTest, DictionariesAnswerWhatTheyHold)
 {
-    int rows = 0;
-    for (const auto& row : vectors::load("kvc.tsv")) {
-        const std::string expression = row.cell("expression");
-        const std::string start = "dict.valueForKey(";
-        const std::string key = expression.substr(std::min(start.size(), expression.size()),
-            expression.size() - std::min(start.size(), expression.size()) - 1);
-        if (!expression.starts_with(start) || key == "@self" || key == "@allKeys")
-            continue;
-        EXPECT_EQ(printed(dictionary, key), row.cell("result")) << expression;
-        ++rows;
-    }
-    EXPECT_GE(rows, 5);
-    EXPECT_THAT(valueForKey(dictionary, "@allKeys"), Equals(dictionary->allKeys()));
-    EXPECT_EQ(printed(dictionary, "@"), "EXC NSUnknownKeyException");
     EXPECT_EQ(printed(NSDictionary::of({ { "", 5 } }), ""), "5");
     EXPECT_EQ(printed(dictionary, nullptr), "(nil)");
+}
+
+TEST_F(NSKeyValueCodingTest, LookingUpChangesNothing)
+{
+    auto table = NSMutableDictionary::of({ { "a", 1 } });
+    EXPECT_EQ(printed(table, "@removeAllObjects"), "(nil)");
+    EXPECT_EQ(table->count(), 1u);
+    EXPECT_EQ(printed(answering, "voidv"), "(nil)");
+    EXPECT_EQ(answering->calledForNothing, 0);
+}
+
+TEST_F(NSKeyValueCodingTest, ArraysAnswerForTheirElements)
+{
+    auto list = NSArray::of(NSDictionary::of({ { "t", 1 } }), NSDictionary::dictionary());
+    EXPECT_THAT(valueForKey(list, "t"), Equals(NSArray::of(1, NSNull::null())));
+    EXPECT_THAT(valueForKey(NSArray::of(list, list), "t"),
+        Equals(NSArray::of(NSArray::of(1, NSNull::null()), NSArray::of(1, NSNull::null()))));
+    EXPECT_THAT(valueForKey(NSArray::array(), nullptr), Equals(NSArray::array()));
+    auto ring = NSMutableArray::array();
+    ring->addObject(ring);
+    EXPECT_EQ(printed(ring, "t"), "EXC NSUnknownKeyException");
+    ring->removeAllObjects();
+}
+
+TEST_F(NSKeyValueCodingTest, PathsLeadThroughObjectsOfAnyKind)
+{
+    auto album = NSDictionary::of({ { "tracks", NSArray::of(NSDictionary::of({ { "title", "Intro" } })) } });
+    EXPECT_THAT(valueForKeyPath(album, "tracks.title"), Equals(NSArray::of("Intro")));
+    EXPECT_THAT(valueForKeyPath(album, "tracks.@count"), Equals(1));
+    EXPECT_FALSE(valueForKeyPath(album, "none.title"));
+    EXPECT_FALSE(valueForKeyPath(nullptr, "tracks"));
+    EXPECT_FALSE(valueForKeyPath(album, nullptr));
+    EXPECT_THAT(valueForKeyPath(NSDictionary::of({ { "o", NSMake<Overriding>() } }), "o.x"), Equals("x"));
+    EXPECT_THAT(NSSend<NSId>(album, NSSelector("valueForKeyPath:"), NSRef<NSString>("tracks.title")),
+        Equals(NSArray::of("Intro")));
+}
+
+TEST_F(NSKeyValueCodingTest, PathsMayHaveAnyNumberOfParts)
+{
+    auto ring = NSMutableDictionary::dictionary();
+    ring->setObject(ring, "a");
+    std::string path = "a";
+    for (int part = 0; part < 200'000; ++part)
+        path += ".a";
+    EXPECT_TRUE(valueForKeyPath(ring, path) == ring);
+    ring->removeAllObjects();
+}
+
+TEST_F(NSKeyValueCodingTest, SortDescriptorsCompareByThem)
+{
+    int rows = 0;
+    for (const auto& row : vectors::load("kvc.tsv")) {
+        const std::string start = "sortdesc self asc NO a vs ";
+        if (!row.cell("expression").starts_with(start))
+            continue;
+        const auto byCase =
+            NSSortDescriptor::initWithKey("self", false, NSSelector("caseInsensitiveCompare:"));
+        EXPECT_EQ(
+            byCase->compareObject("a", row.cell("expression").substr(start.size())), row.number("result"));
+        ++rows;
+    }
+    EXPECT_EQ(rows, 2);
+    auto descriptor = NSSortDescriptor::initWithKey("song.length", true);
+    const auto ofLength = [](int length) {
+        return NSDictionary::of({ { "song", NSDictionary::of({ { "length", length } }) } });
+    };
+    EXPECT_EQ(descriptor->compareObject(ofLength(1), ofLength(2)), NSOrderedAscending);
+    EXPECT_EQ(descriptor->compareObject(ofLength(2), ofLength(2)), NSOrderedSame);
 }
 
 TEST_F(NSKeyValueCodingTest, NumbersKeepTheirType)
