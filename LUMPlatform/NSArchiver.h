@@ -16,8 +16,9 @@ class SequentialWriter;
 /// For what is small and settled; a keyed archive (NSKeyedArchiver) is the one that later versions of a class
 /// can add to. Each object is written once, however often it is met, and a graph may lead back into itself.
 /// An object of a class that is not registered (NSCoding) raises NSInvalidArgumentException, and so does one
-/// that is nested more than 1,000 deep. docs/formats/sequential-archive.md has the layout. Threads: one at a
-/// time.
+/// that is nested more than 1,000 deep. After an exception everything raises
+/// NSInvalidArchiveOperationException: half an object is in the archive. docs/formats/sequential-archive.md
+/// has the layout. Threads: one at a time.
 ///
 ///     NSRef<NSData> data = NSArchiver::archivedDataWithRootObject(colour);
 ///     NSRef<NSObject> again = NSUnarchiver::unarchiveObjectWithData(data);
@@ -48,8 +49,10 @@ protected:
     void encodeGroup(std::span<const NSArgument> values) override;
 
 private:
+    template<typename Write> void guarded(const Write& write);
     void writeObject(const NSId& object);
 
     std::unique_ptr<platform::SequentialWriter> mWriter;
     NSUInteger mDepth = 0;
+    bool mHasFailed = false;
 };

@@ -88,7 +88,26 @@ public:
     /// Tells the coder, while an object is made, which it will be. An object that others lead back to says
     /// so before it reads them; a way back to one that has not is no object yet, and raises
     /// NSInvalidUnarchiveOperationException.
-    virtual void announceObject(const NSId& object);
+    ///
+    /// When the archive then turns out to be broken nobody gets the object, but objects that lead back to
+    /// each other would stay for ever. So T has a function `void undoDecoding() noexcept`, which lets go of
+    /// all objects that it read; the coder calls it when it gives up.
+    template<typename T> void announceObject(const NSRef<T>& object)
+    {
+        constexpr bool kLetsGo = requires(T & made)
+        {
+            {
+                made.undoDecoding()
+            }
+            noexcept;
+        };
+        static_assert(kLetsGo, "an object that is announced has `void undoDecoding() noexcept`");
+        announce(object, [](NSObject& made) noexcept { static_cast<T&>(made).undoDecoding(); });
+    }
+    /// Lets an object go of what it read.
+    using Undo = void (*)(NSObject& made) noexcept;
+    /// The same with a function of the caller's. Does nothing here.
+    virtual void announce(const NSId& object, Undo undo);
 
 protected:
     NSCoder() = default;
@@ -99,23 +118,25 @@ protected:
     virtual void encodeGroup(std::span<const NSArgument> values);
     /// Fills `results` with values of `types`, or of types that convert to them without loss.
     virtual void decodeGroup(std::span<const char* const> types, std::span<NSResult> results);
+    /// What was decoded last is not what was asked for, and nobody gets it. Does nothing here.
+    virtual void giveUp();
 
 private:
-    template<typename T> static NSRef<T> expected(const NSId& object)
+    template<typename T> NSRef<T> expected(const NSId& object)
     {
         NSRef<T> cast = NSCast<T>(object);
         if (object && !cast)
-            wrongClass(*object);
+            refuse(*object);
         return cast;
     }
-    template<typename T> static T decoded(const NSResult& result)
+    template<typename T> T decoded(const NSResult& result)
     {
         if constexpr (NSIsRef<T>)
             return expected<typename T::Object>(NSShare(result.value().object()));
         else
             return result.value().as<T>();
     }
-    [[noreturn]] static void wrongClass(const NSObject& object);
+    [[noreturn]] void refuse(const NSObject& object);
     [[noreturn]] void cannot(const char* operation) const;
 };
 

@@ -24,6 +24,7 @@ struct NSClassCoding {
 ///         static const NSClass& classObject();
 ///         static NSRef<Track> initWithCoder(NSCoder& coder);
 ///         void encodeWithCoder(NSCoder& coder) const override;
+///         void undoDecoding() noexcept { mNext = nullptr; } // needed for announceObject
 ///     };
 ///     void Track::encodeWithCoder(NSCoder& coder) const
 ///     {

@@ -17,8 +17,9 @@ class KeyedDecoder;
 /// Bytes that are no keyed archive raise NSInvalidArgumentException. An archive that is broken inside, that
 /// names a class that is not registered (NSCoding), holds another type than the one asked for, or goes beyond
 /// the limits raises NSInvalidUnarchiveOperationException; from then on, and after finishDecoding, everything
-/// does, and collections that were made are empty, so that none keeps itself alive; in a graph that is read
-/// and leads back into itself that is the reader's to do. Reading takes time and memory linear in the bytes.
+/// does. What was made until then goes: collections are emptied and objects undo what they read
+/// (announceObject), so that none keeps itself alive; in a graph that is read and leads back into itself that
+/// is the reader's to do. Reading takes time and memory linear in the bytes.
 /// The depth that is limited is that of classes that decode themselves inside each other; collections are
 /// filled without recursion. Threads: one at a time.
 ///
@@ -60,7 +61,7 @@ public:
     double decodeDoubleForKey(const NSRef<NSString>& key) override;
     const void* decodeBytesForKey(const NSRef<NSString>& key, NSUInteger* length) override;
     const void* decodeBytesWithReturnedLength(NSUInteger* length) override;
-    void announceObject(const NSId& object) override;
+    void announce(const NSId& object, Undo undo) override;
 
 protected:
     explicit NSKeyedUnarchiver(std::unique_ptr<platform::KeyedDecoder> decoder);
@@ -69,6 +70,7 @@ protected:
     NSId objectForKey(const NSRef<NSString>& key) override;
     NSId nextObject() override;
     void decodeGroup(std::span<const char* const> types, std::span<NSResult> results) override;
+    void giveUp() override;
 
 private:
     std::unique_ptr<platform::KeyedDecoder> mDecoder;

@@ -4,10 +4,10 @@
 #include "LUMPlatform/NSDecodingLimits.h"
 
 #include <memory>
-#include <vector>
 
 class NSData;
 namespace platform {
+class DecodingCalls;
 class SequentialReader;
 struct ClassCoding;
 }
@@ -16,9 +16,10 @@ struct ClassCoding;
 ///
 /// Bytes that are no such archive, a keyed one for instance, and archives that are broken raise
 /// NSInconsistentArchiveException. A class that is not registered (NSCoding), an object of another class than
-/// the one asked for, and nesting beyond the limits raise NSInvalidUnarchiveOperationException. Collections
-/// that were made until then are emptied, so that none keeps itself alive; in a graph that is read and leads
-/// back into itself that is the reader's to do. Threads: one at a time.
+/// the one asked for, and what is beyond the limits raise NSInvalidUnarchiveOperationException; after any of
+/// these everything does. What was made until then goes: collections are emptied and objects undo what they
+/// read (announceObject), so that none keeps itself alive; in a graph that is read and leads back into itself
+/// that is the reader's to do. Threads: one at a time.
 class NS_EXPORT NSUnarchiver : public NSCoder {
 public:
     static const NSClass& classObject();
@@ -37,7 +38,7 @@ public:
     bool isAtEnd() const;
 
     const void* decodeBytesWithReturnedLength(NSUInteger* length) override;
-    void announceObject(const NSId& object) override;
+    void announce(const NSId& object, Undo undo) override;
 
 protected:
     NSUnarchiver(std::unique_ptr<platform::SequentialReader> reader, const NSDecodingLimits& limits);
@@ -45,9 +46,9 @@ protected:
 
     NSId nextObject() override;
     void decodeGroup(std::span<const char* const> types, std::span<NSResult> results) override;
+    void giveUp() override;
 
 private:
-    template<typename Read> auto guarded(const Read& read);
     NSId readObject();
     NSId makeObject(const platform::ClassCoding& coding);
 
@@ -55,7 +56,7 @@ private:
     const NSDecodingLimits mLimits;
     std::size_t mMaking = 0; // the number of the object that is being made, when there is one
     NSUInteger mDepth = 0; // of objects inside each other
-    std::vector<std::size_t> mCollections; // the numbers of those begun in the call that is being served
+    const std::unique_ptr<platform::DecodingCalls> mCalls;
 };
 
 /// Bytes are no sequential archive, or a broken one.

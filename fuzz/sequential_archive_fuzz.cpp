@@ -3,9 +3,8 @@
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSUnarchiver.h"
-#include "fuzz/archived_node.h"
-#include "fuzz/leading_back.h"
 #include "fuzz/require.h"
+#include "tests/platform/archiving/cut_graph.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
@@ -15,14 +14,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     try {
         read = NSUnarchiver::unarchiveObjectWithData(NSData::dataWithBytes(data, size));
     } catch (const NSException&) {
-        Node::cutAll(nullptr);
-        return 0;
+        return 0; // and nothing that was made until then is left
     }
     const NSId second = NSUnarchiver::unarchiveObjectWithData(NSArchiver::archivedDataWithRootObject(read));
     auto archive = NSArchiver::archivedDataWithRootObject(second);
     const NSId third = NSUnarchiver::unarchiveObjectWithData(archive);
     require(NSArchiver::archivedDataWithRootObject(third)->isEqualToData(archive));
     for (const NSId& root : { read, second, third })
-        Node::cutAll(root);
+        cutGraph(root);
     return 0;
 }

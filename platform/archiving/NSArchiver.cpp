@@ -50,15 +50,31 @@ NSRef<NSMutableData> NSArchiver::archiverData() const
     return mWriter->data();
 }
 
+/// What an exception went through stands in the archive by half.
+template<typename Write> void NSArchiver::guarded(const Write& write)
+{
+    if (mHasFailed)
+        throw NSException(
+            NSInvalidArchiveOperationException, "the archive is incomplete since an exception before");
+    try {
+        write();
+    } catch (...) {
+        mHasFailed = true;
+        throw;
+    }
+}
+
 void NSArchiver::encodeObject(const NSId& object)
 {
-    mWriter->writeSharedText("@");
-    writeObject(object);
+    guarded([&] {
+        mWriter->writeSharedText("@");
+        writeObject(object);
+    });
 }
 
 void NSArchiver::encodeBytes(const void* bytes, NSUInteger length)
 {
-    platform::writeBlock(*mWriter, bytes, length);
+    guarded([&] { platform::writeBlock(*mWriter, bytes, length); });
 }
 
 void NSArchiver::encodeGroup(std::span<const NSArgument> values)
@@ -66,13 +82,15 @@ void NSArchiver::encodeGroup(std::span<const NSArgument> values)
     std::string types;
     for (const NSArgument& value : values)
         types += value.code();
-    mWriter->writeSharedText(types);
-    for (const NSArgument& value : values) {
-        if (value.isObject())
-            writeObject(NSShare(value.object()));
-        else
-            platform::writeScalar(*mWriter, value);
-    }
+    guarded([&] {
+        mWriter->writeSharedText(types);
+        for (const NSArgument& value : values) {
+            if (value.isObject())
+                writeObject(NSShare(value.object()));
+            else
+                platform::writeScalar(*mWriter, value);
+        }
+    });
 }
 
 void NSArchiver::writeObject(const NSId& object)

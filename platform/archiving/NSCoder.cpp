@@ -61,8 +61,9 @@ void NSCoder::cannot(const char* operation) const
         NSInvalidArgumentException, std::string(isa().name()) + " does not answer " + operation);
 }
 
-void NSCoder::wrongClass(const NSObject& object)
+void NSCoder::refuse(const NSObject& object)
 {
+    giveUp();
     throw NSException(NSInvalidUnarchiveOperationException,
         "the archive holds an object of class " + std::string(object.isa().name())
             + " where another is asked for");
@@ -198,4 +199,6 @@ const void* NSCoder::decodeBytesWithReturnedLength(NSUInteger*)
     cannot("decodeBytesWithReturnedLength:");
 }
 
-void NSCoder::announceObject(const NSId&) { }
+void NSCoder::announce(const NSId&, Undo) { }
+
+void NSCoder::giveUp() { }

@@ -166,7 +166,12 @@ void NSKeyedUnarchiver::decodeGroup(std::span<const char* const> types, std::spa
     }
 }
 
-void NSKeyedUnarchiver::announceObject(const NSId& object)
+void NSKeyedUnarchiver::announce(const NSId& object, Undo undo)
 {
-    mDecoder->announce(object);
+    mDecoder->announce(object, undo);
+}
+
+void NSKeyedUnarchiver::giveUp()
+{
+    mDecoder->giveUp();
 }

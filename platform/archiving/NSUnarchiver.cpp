@@ -3,8 +3,7 @@
 #include "LUMPlatform/NSClass.h"
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSString.h"
-#include "platform/archiving/collection_filling.h"
-#include "platform/archiving/nesting_depth.h"
+#include "platform/archiving/decoding_calls.h"
 #include "platform/archiving/sequential_content.h"
 #include "platform/archiving/sequential_scalars.h"
 #include "platform/archiving/sequential_values.h"
@@ -24,7 +23,7 @@ const NSClass& NSUnarchiver::classObject()
 }
 
 NSUnarchiver::NSUnarchiver(std::unique_ptr<platform::SequentialReader> reader, const NSDecodingLimits& limits)
-    : mReader(std::move(reader)), mLimits(limits)
+    : mReader(std::move(reader)), mLimits(limits), mCalls(std::make_unique<platform::DecodingCalls>())
 {
 }
 
@@ -55,25 +54,9 @@ bool NSUnarchiver::isAtEnd() const
     return mReader->isAtEnd();
 }
 
-/// When reading fails nobody gets what was made, so it must not keep itself alive.
-template<typename Read> auto NSUnarchiver::guarded(const Read& read)
-{
-    if (mDepth > 0)
-        return read();
-    try {
-        mCollections.clear();
-        return read();
-    } catch (...) {
-        for (std::size_t number : mCollections)
-            if (const NSId collection = mReader->announced(number))
-                platform::emptyCollection(*collection);
-        throw;
-    }
-}
-
 NSId NSUnarchiver::nextObject()
 {
-    return guarded([&] {
+    return mCalls->serve([&] {
         if (mReader->readSharedText() != "@")
             mReader->fault("there is no object");
         return readObject();
@@ -82,7 +65,7 @@ NSId NSUnarchiver::nextObject()
 
 const void* NSUnarchiver::decodeBytesWithReturnedLength(NSUInteger* length)
 {
-    const auto bytes = platform::readBlock(*mReader);
+    const auto bytes = mCalls->serve([&] { return platform::readBlock(*mReader); });
     if (length)
         *length = bytes.size();
     return bytes.data();
@@ -90,7 +73,7 @@ const void* NSUnarchiver::decodeBytesWithReturnedLength(NSUInteger* length)
 
 void NSUnarchiver::decodeGroup(std::span<const char* const> types, std::span<NSResult> results)
 {
-    guarded([&] {
+    mCalls->serve([&] {
         const std::string_view written = mReader->readSharedText();
         if (written.size() != types.size())
             throw NSException(NSInvalidUnarchiveOperationException,
@@ -123,9 +106,9 @@ NSId NSUnarchiver::readObject()
         throw NSException(NSInvalidUnarchiveOperationException, "the archive is beyond the limits");
     const platform::NestingDepth depth(mDepth);
     const std::size_t outer = std::exchange(mMaking, reference.number);
-    if (coding->kind != platform::CodedKind::Custom)
-        mCollections.push_back(reference.number);
     const NSId object = makeObject(*coding);
+    if (mCalls->hasFailed())
+        mReader->fault("an object was made without what it could not read");
     mMaking = outer;
     mReader->setObject(reference.number, object);
     mReader->readEnd();
@@ -139,8 +122,15 @@ NSId NSUnarchiver::makeObject(const platform::ClassCoding& coding)
     return platform::decodeSequentially(*this, *mReader, coding.kind);
 }
 
-void NSUnarchiver::announceObject(const NSId& object)
+void NSUnarchiver::announce(const NSId& object, Undo undo)
 {
-    if (mDepth > 0)
-        mReader->setObject(mMaking, object);
+    if (mDepth == 0 || !object)
+        return;
+    mReader->setObject(mMaking, object);
+    mCalls->add(object, undo);
+}
+
+void NSUnarchiver::giveUp()
+{
+    mCalls->fail();
 }

@@ -63,15 +63,20 @@ public:
     }
 };
 
-/// Cuts what a collection leads to off: collections that lead back to themselves keep themselves alive.
-inline void emptyCollection(NSObject& object)
+/// Cuts what a collection leads to off: collections that lead back to themselves keep themselves alive. They
+/// stay as they are when not even the memory of an empty one is left.
+inline void emptyCollection(NSObject& object) noexcept
 {
-    if (auto* array = NSDowncast<NSArray>(&object))
-        ArrayFilling::empty(*array);
-    else if (auto* dictionary = NSDowncast<NSDictionary>(&object))
-        DictionaryFilling::empty(*dictionary);
-    else if (auto* set = NSDowncast<NSSet>(&object))
-        SetFilling::empty(*set);
+    try {
+        if (auto* array = NSDowncast<NSArray>(&object))
+            ArrayFilling::empty(*array);
+        else if (auto* dictionary = NSDowncast<NSDictionary>(&object))
+            DictionaryFilling::empty(*dictionary);
+        else if (auto* set = NSDowncast<NSSet>(&object))
+            SetFilling::empty(*set);
+    } catch (const std::bad_alloc&) {
+        return;
+    }
 }
 
 }

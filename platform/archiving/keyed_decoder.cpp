@@ -5,7 +5,6 @@
 #include "platform/archiving/collection_elements.h"
 #include "platform/archiving/collection_filling.h"
 #include "platform/archiving/keyed_format.h"
-#include "platform/archiving/nesting_depth.h"
 #include "platform/proplists/property_list_fault.h"
 
 namespace platform {
@@ -48,36 +47,17 @@ void KeyedDecoder::setDelegate(const NSRef<NSKeyedUnarchiverDelegate>& delegate)
     mHasDelegate = delegate != nullptr;
 }
 
-/// What an exception went through may hold half an object.
 template<typename Decode> auto KeyedDecoder::guarded(const Decode& decode)
 {
-    if (mIsFinished || mHasFailed)
-        throw NSException(NSInvalidUnarchiveOperationException,
-            mIsFinished ? "the unarchiver has finished" : "the unarchiver has raised before");
-    const NestingDepth call(mCalls);
-    try {
-        auto result = decode();
-        if (mCalls == 1)
-            mCollections.clear();
-        return result;
-    } catch (const PropertyListFault& fault) {
-        giveUp();
-        throw NSException(NSInvalidUnarchiveOperationException, "the archive is broken: " + fault.text);
-    } catch (...) {
-        giveUp();
-        throw;
-    }
-}
-
-/// Nobody gets what was made, so it must not keep itself alive.
-void KeyedDecoder::giveUp()
-{
-    mHasFailed = true;
-    if (mCalls > 1)
-        return;
-    for (const NSId& collection : mCollections)
-        emptyCollection(*collection);
-    mCollections.clear();
+    if (mIsFinished)
+        throw NSException(NSInvalidUnarchiveOperationException, "the unarchiver has finished");
+    return mCalls.serve([&] {
+        try {
+            return decode();
+        } catch (const PropertyListFault& fault) {
+            throw NSException(NSInvalidUnarchiveOperationException, "the archive is broken: " + fault.text);
+        }
+    });
 }
 
 std::optional<KeyedDecoder::Object> KeyedDecoder::value(const NSString* key)
@@ -168,10 +148,12 @@ NSId KeyedDecoder::object(const NSString* key)
     });
 }
 
-void KeyedDecoder::announce(const NSId& object)
+void KeyedDecoder::announce(const NSId& object, NSCoder::Undo undo)
 {
-    if (mDepth > 0)
-        mKnown[mCurrent.number].object = object;
+    if (mDepth == 0 || !object)
+        return;
+    mKnown[mCurrent.number].object = object;
+    mCalls.add(object, undo);
 }
 
 void KeyedDecoder::finish()
@@ -286,7 +268,7 @@ void KeyedDecoder::decodeItself(std::uint64_t number, const Object& dictionary, 
     const NestingDepth depth(mDepth);
     const Current outer = std::exchange(mCurrent, { dictionary, number });
     const NSId object = coding.functions.make(*mUnarchiver);
-    if (mHasFailed)
+    if (mCalls.hasFailed())
         throw PropertyListFault("an object was made without what it could not read");
     mCurrent = outer;
     made(number, object);
@@ -303,7 +285,7 @@ void KeyedDecoder::beginCollection(std::uint64_t number, const Object& dictionar
             throw PropertyListFault("a dictionary has not as many keys as values");
     }
     mKnown[number].object = newCollection(kind);
-    mCollections.push_back(mKnown[number].object);
+    mCalls.add(mKnown[number].object, emptyCollection);
     collection.made.reserve(collection.keys.count + collection.elements.count);
     mOpen.push_back(std::move(collection));
 }

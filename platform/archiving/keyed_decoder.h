@@ -3,6 +3,7 @@
 #include "LUMPlatform/NSKeyedUnarchiver.h"
 #include "LUMPlatform/NSKeyedUnarchiverDelegate.h"
 #include "LUMPlatform/NSWeak.h"
+#include "platform/archiving/decoding_calls.h"
 #include "platform/archiving/keyed_archive.h"
 #include "platform/archiving/keyed_classes.h"
 #include "platform/archiving/whole_number.h"
@@ -36,7 +37,9 @@ public:
     double real(const NSString* key);
     std::span<const std::byte> bytes(const NSString* key);
 
-    void announce(const NSId& object);
+    void announce(const NSId& object, NSCoder::Undo undo);
+    /// What was answered last is not what was asked for.
+    void giveUp() { mCalls.fail(); }
     void finish();
 
 private:
@@ -64,7 +67,6 @@ private:
     };
 
     template<typename Decode> auto guarded(const Decode& decode);
-    void giveUp();
     std::optional<Object> value(const NSString* key);
     [[noreturn]] static void wrongType(const NSString* key);
 
@@ -88,14 +90,12 @@ private:
     NSWeak<NSKeyedUnarchiverDelegate> mDelegate;
     bool mHasDelegate = false;
     bool mIsFinished = false;
-    bool mHasFailed = false;
 
     std::vector<Known> mKnown; // by number
     std::vector<Open> mOpen;
-    std::vector<NSId> mCollections; // begun in the call from outside that is being served
+    DecodingCalls mCalls;
     Current mCurrent;
     NSUInteger mDepth = 0; // of objects that decode themselves
-    NSUInteger mCalls = 0; // inside each other
 };
 
 }

@@ -33,7 +33,7 @@ template<typename Count> std::vector<NSId> decodeObjects(NSCoder& coder, Sequent
 template<typename T> NSId decodeArray(NSCoder& coder, SequentialReader& reader)
 {
     auto array = NSMake<T>();
-    coder.announceObject(array);
+    coder.announce(array, emptyCollection);
     ArrayFilling::fill(*array, decodeObjects<int>(coder, reader));
     return array;
 }
@@ -41,7 +41,7 @@ template<typename T> NSId decodeArray(NSCoder& coder, SequentialReader& reader)
 template<typename T> NSId decodeSet(NSCoder& coder, SequentialReader& reader)
 {
     auto set = NSMake<T>();
-    coder.announceObject(set);
+    coder.announce(set, emptyCollection);
     SetFilling::fill(*set, decodeObjects<unsigned>(coder, reader));
     return set;
 }
@@ -49,7 +49,7 @@ template<typename T> NSId decodeSet(NSCoder& coder, SequentialReader& reader)
 template<typename T> NSId decodeDictionary(NSCoder& coder, SequentialReader& reader)
 {
     auto dictionary = NSMake<T>();
-    coder.announceObject(dictionary);
+    coder.announce(dictionary, emptyCollection);
     int count = 0;
     coder.decodeValuesOfObjCTypes(count);
     if (count < 0 || static_cast<std::size_t>(count) > reader.bytesLeft() / 2)

@@ -44,8 +44,6 @@ public:
     /// Tells what became of a number. An object that is not made yet cannot be asked for.
     void setObject(std::size_t number, const NSId& object);
     NSId object(std::size_t number) const;
-    /// The same, and null for one that is not made.
-    NSId announced(std::size_t number) const { return mNumbered[number].object; }
 
 private:
     /// What has a number: an object, a class, or a C string.

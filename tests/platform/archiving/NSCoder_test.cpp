@@ -49,6 +49,11 @@ private:
 /// One that can do nothing.
 class MuteCoder : public NSCoder { };
 
+class Announced : public NSObject {
+public:
+    void undoDecoding() noexcept { }
+};
+
 class NSCoderTest : public ObjectTest {
 protected:
     NSRef<NSCoder> coder = NSMake<TableCoder>();
@@ -128,7 +133,7 @@ TEST_F(NSCoderTest, RaisesForWhatACoderCannotDo)
     EXPECT_EQ(nameRaisedBy([&] { return mute->decodeBytesWithReturnedLength(nullptr); }),
         "NSInvalidArgumentException");
     EXPECT_EQ(nameRaisedBy([&] {
-        mute->announceObject(key);
+        mute->announceObject(NSMake<Announced>());
         return 0;
     }),
         "");

@@ -5,6 +5,7 @@
 #include "LUMPlatform/NSKeyedUnarchiver.h"
 #include "LUMPlatform/NSUnarchiver.h"
 #include "tests/fixture.h"
+#include "tests/platform/archiving/cut_graph.h"
 #include "tests/platform/archiving/graph.h"
 
 #include <rapidcheck/gtest.h>
@@ -30,7 +31,7 @@ RC_GTEST_FIXTURE_PROP(ArchiveLaws, ASequentialArchiveWithAnyByteChangedIsReadOrR
         NSMutableData::dataWithData(NSArchiver::archivedDataWithRootObject(GraphOfBytes(bytes).object()));
     data->mutableBytes()[place % data->length()] = std::byte(value);
     try {
-        (void)NSUnarchiver::unarchiveObjectWithData(data);
+        cutGraph(NSUnarchiver::unarchiveObjectWithData(data)); // a node may lead back now
     } catch (const NSException&) {
     }
 }
@@ -52,7 +53,7 @@ RC_GTEST_FIXTURE_PROP(ArchiveLaws, AKeyedArchiveWithAnyByteChangedIsReadOrRaises
         NSKeyedArchiver::archivedDataWithRootObject(GraphOfBytes(bytes).object()));
     data->mutableBytes()[place % data->length()] = std::byte(value);
     try {
-        (void)NSKeyedUnarchiver::unarchiveObjectWithData(data);
+        cutGraph(NSKeyedUnarchiver::unarchiveObjectWithData(data));
     } catch (const NSException&) {
     }
 }

@@ -74,6 +74,7 @@ const Case kCases[] = {
     { "null", [] { return NSNull::null(); } },
     { "number_bool", [] { return NSId(true); } },
     { "number_double", [] { return NSId(1.5); } },
+    { "number_int", [] { return NSId(42); } },
     { "number_m1", [] { return NSId(-1); } },
     { "set", [] { return NSSet::of(1); } },
     { "string", [] { return NSId("hello"); } },
@@ -137,6 +138,8 @@ public:
         coder.encodeObjectForKey(nullptr, "$dollar");
         coder.encodeObjectForKey(NSShare(const_cast<TestPoint*>(this)), "other");
     }
+
+    void undoDecoding() noexcept { }
 
     NSRef<NSString> story;
 };

@@ -40,6 +40,8 @@ public:
             coder.encodeValuesOfObjCTypes(name, next);
     }
 
+    void undoDecoding() noexcept { next = nullptr; }
+
     NSRef<NSString> name;
     NSId next;
 
