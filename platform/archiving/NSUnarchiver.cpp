@@ -45,7 +45,7 @@ NSRef<NSUnarchiver> NSUnarchiver::initForReadingWithData(
 {
     auto reader = std::make_unique<platform::SequentialReader>(data);
     if (data->length() > limits.bytes)
-        reader->fault("the archive is larger than " + std::to_string(limits.bytes) + " bytes");
+        throw NSException(NSInvalidUnarchiveOperationException, "the archive is beyond the limits");
     return NSMake<NSUnarchiver>(std::move(reader), limits);
 }
 

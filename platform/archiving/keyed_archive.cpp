@@ -1,35 +1,53 @@
 #include "platform/archiving/keyed_archive.h"
 
+#include "LUMPlatform/NSCoder.h"
+#include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSPropertyListSerialization.h"
+#include "LUMPlatform/NSString.h"
 #include "platform/archiving/keyed_format.h"
 #include "platform/proplists/binary_reader.h"
 #include "platform/proplists/binary_writer.h"
 #include "platform/proplists/property_list_fault.h"
 
 namespace platform {
+namespace {
 
-KeyedArchive::KeyedArchive(const NSRef<NSData>& data, const NSDecodingLimits& limits)
-    : mData(data), mObjects(data->bytes(), limits)
+/// A property list as such takes no more room than its bytes, so these bound it. The limits of the caller are
+/// for the archive.
+constexpr NSDecodingLimits kOfTheList { ~NSUInteger { 0 }, ~NSUInteger { 0 } };
+
+void requireWithin(NSUInteger limit, NSUInteger count, const char* unit)
 {
+    if (count > limit)
+        throw NSException(NSInvalidUnarchiveOperationException,
+            "the archive has more than " + std::to_string(limit) + unit);
 }
+
+}
+
+KeyedArchive::KeyedArchive(const NSRef<NSData>& data) : mData(data), mObjects(data->bytes(), kOfTheList) { }
 
 std::unique_ptr<KeyedArchive> KeyedArchive::archiveOfData(
     const NSRef<NSData>& data, const NSDecodingLimits& limits)
 {
-    if (!data || data->length() > limits.bytes)
+    if (!data)
         return nullptr;
+    requireWithin(limits.bytes, data->length(), " bytes");
     try {
         auto binary = NSData::dataWithData(data);
         if (!isBinaryPropertyList(binary->bytes())) {
             // The other forms are rare; they are read as the binary ones they could have been.
             const auto list = NSPropertyListSerialization::propertyListWithData(
-                binary, NSPropertyListImmutable, nullptr, nullptr, limits);
+                binary, NSPropertyListImmutable, nullptr, nullptr, kOfTheList);
             binary = list ? writeBinaryPropertyList(list) : nullptr;
         }
         if (!binary)
             return nullptr;
-        auto archive = std::unique_ptr<KeyedArchive>(new KeyedArchive(binary, limits));
-        return archive->readFrame() ? std::move(archive) : nullptr;
+        auto archive = std::unique_ptr<KeyedArchive>(new KeyedArchive(binary));
+        if (!archive->readFrame())
+            return nullptr;
+        requireWithin(limits.objects, archive->objects().count(), " objects");
+        return archive;
     } catch (const PropertyListFault&) {
         return nullptr;
     }

@@ -14,11 +14,14 @@ class KeyedArchive {
 public:
     using Object = BinaryObjects::Object;
 
-    /// Null when the bytes are no keyed archive, in binary or in XML.
+    /// Null when the bytes are no keyed archive, in binary or in XML. Raises
+    /// NSInvalidUnarchiveOperationException when they are beyond the limits.
     static std::unique_ptr<KeyedArchive> archiveOfData(
         const NSRef<NSData>& data, const NSDecodingLimits& limits);
 
     BinaryObjects& objects() { return mObjects; }
+    /// In bytes.
+    std::size_t size() const { return mData->length(); }
     const Object& top() const { return mTop; }
     /// The number of the object in a slot.
     std::uint64_t slot(std::uint32_t uid) const;
@@ -30,7 +33,7 @@ public:
     std::optional<std::uint64_t> find(const Object& dictionary, std::u16string_view key) const;
 
 private:
-    KeyedArchive(const NSRef<NSData>& data, const NSDecodingLimits& limits);
+    explicit KeyedArchive(const NSRef<NSData>& data);
     bool readFrame();
 
     NSRef<NSData> mData;

@@ -27,6 +27,7 @@ NSRef<NSArray> namesOfClasses(KeyedArchive& archive, const KeyedArchive::Object&
         const auto classes = archive.objects().object(*found);
         if (classes.type != binary::kArray || classes.count > kMostClasses)
             throw PropertyListFault("a class has no list of those above it");
+        archive.objects().claim(classes);
         for (std::uint64_t at = 0; at < classes.count; ++at)
             names.push_back(nameAt(archive.objects(), archive.objects().reference(classes, at)));
     }

@@ -10,6 +10,10 @@
 namespace platform {
 namespace {
 
+/// Equal texts and data stand in an archive once, and each object that takes one may copy it. This much is
+/// shared by that in no honest archive, and is not too much for a hostile one.
+constexpr std::uint64_t kMostShared = std::uint64_t { 1 } << 28;
+
 constexpr std::uint64_t kTopNumber = ~std::uint64_t { 0 }; // the top decodes itself, but is no object
 
 NSId newCollection(CodedKind kind)
@@ -38,6 +42,7 @@ KeyedDecoder::KeyedDecoder(std::unique_ptr<KeyedArchive> archive, const NSDecodi
     , mLimits(limits)
     , mKnown(mObjects.count())
     , mCurrent { mArchive->top(), kTopNumber }
+    , mTakeable(mArchive->size() + kMostShared)
 {
 }
 
@@ -134,7 +139,10 @@ std::span<const std::byte> KeyedDecoder::bytes(const NSString* key)
         const auto found = value(key);
         if (found && found->type != binary::kData)
             wrongType(key);
-        return found ? mObjects.bytes(*found) : std::span<const std::byte>();
+        if (!found)
+            return std::span<const std::byte>();
+        take(*found);
+        return mObjects.bytes(*found);
     });
 }
 
@@ -186,7 +194,19 @@ NSId KeyedDecoder::objectOf(const Object& reference)
             finishCollection(std::move(done));
         }
     }
+    if (mDepth > 0)
+        take(mObjects.object(number));
     return mKnown[number].object;
+}
+
+/// Without this a short file could stand for a very long one.
+void KeyedDecoder::take(const Object& content)
+{
+    if (content.type != binary::kData && content.type != binary::kAscii && content.type != binary::kUtf16)
+        return;
+    if (content.size > mTakeable)
+        throw PropertyListFault("its objects take more bytes than it can honestly share");
+    mTakeable -= content.size;
 }
 
 void KeyedDecoder::addElement(Open& collection)
@@ -326,6 +346,7 @@ NSId KeyedDecoder::textOrData(const Object& dictionary, CodedKind kind)
         number = mArchive->slot(mObjects.uid(content));
         content = mObjects.object(*number);
     }
+    take(content);
     if (content.type == binary::kData && kind == CodedKind::Data)
         return valueAt(*number)->copy();
     if ((content.type == binary::kAscii || content.type == binary::kUtf16) && kind != CodedKind::Data)

@@ -69,6 +69,7 @@ private:
     template<typename Decode> auto guarded(const Decode& decode);
     std::optional<Object> value(const NSString* key);
     [[noreturn]] static void wrongType(const NSString* key);
+    void take(const Object& content);
 
     NSId objectOf(const Object& reference);
     void begin(std::uint64_t number);
@@ -96,6 +97,7 @@ private:
     DecodingCalls mCalls;
     Current mCurrent;
     NSUInteger mDepth = 0; // of objects that decode themselves
+    std::uint64_t mTakeable; // bytes of texts and data that objects may still take
 };
 
 }

@@ -217,9 +217,24 @@ TEST_F(NSKeyedUnarchiverTest, KeepsToItsLimits)
         });
     };
     EXPECT_EQ(raised({ .bytes = data->length(), .depth = 2 }), "");
-    EXPECT_EQ(raised({ .bytes = data->length() - 1 }), kArgument);
-    EXPECT_EQ(raised({ .objects = 5 }), kArgument);
+    EXPECT_EQ(raised({ .bytes = data->length() - 1 }), kUnarchive);
+    EXPECT_EQ(raised({ .objects = 5 }), kUnarchive);
     EXPECT_EQ(raised({ .depth = 1 }), kUnarchive);
+}
+
+TEST_F(NSKeyedUnarchiverTest, KeepsToTheSameLimitsInXml)
+{
+    const NSId list = NSPropertyListSerialization::propertyListWithData(
+        NSKeyedArchiver::archivedDataWithRootObject(Node::named("a", Node::named("b"))));
+    auto data = NSPropertyListSerialization::dataWithPropertyList(list, NSPropertyListXMLFormat_v1_0);
+    auto raised = [&](const NSDecodingLimits& limits) {
+        return nameRaisedBy([&] {
+            return NSKeyedUnarchiver::initForReadingWithData(data, limits)->decodeObjectForKey("root");
+        });
+    };
+    EXPECT_EQ(raised({ .depth = 2 }), "") << "the list itself is deeper";
+    EXPECT_EQ(raised({ .depth = 1 }), kUnarchive);
+    EXPECT_EQ(raised({ .objects = 5 }), kUnarchive);
 }
 
 TEST_F(NSKeyedUnarchiverTest, AnswersDynamicCalls)

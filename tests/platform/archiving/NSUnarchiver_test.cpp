@@ -125,7 +125,7 @@ TEST_F(NSUnarchiverTest, KeepsToItsLimits)
     };
     EXPECT_EQ(raised({}), "");
     EXPECT_EQ(raised({ .bytes = data->length() }), "");
-    EXPECT_EQ(raised({ .bytes = data->length() - 1 }), "NSInconsistentArchiveException");
+    EXPECT_EQ(raised({ .bytes = data->length() - 1 }), "NSInvalidUnarchiveOperationException");
     EXPECT_EQ(raised({ .objects = 3 }), "NSInvalidUnarchiveOperationException");
     EXPECT_EQ(raised({ .depth = 1 }), "NSInvalidUnarchiveOperationException");
     EXPECT_EQ(raised({ .depth = 2 }), "");

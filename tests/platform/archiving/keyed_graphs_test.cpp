@@ -169,6 +169,63 @@ TEST_F(KeyedGraphsTest, TakeNoMoreThanTheirBytesHowOftenASlotIsNamed)
     EXPECT_EQ(read->objectAtIndex(0), read->objectAtIndex(99));
 }
 
+/// Takes the bytes under "b" and the text under "t".
+class Taker : public NSObject, public NSCoding {
+public:
+    static const NSClass& classObject()
+    {
+        static const NSClass& type = NSClass::define("Taker", &NSObject::classObject(), {});
+        return type;
+    }
+    static NSRef<Taker> initWithCoder(NSCoder& coder)
+    {
+        (void)coder.decodeBytesForKey("b", nullptr);
+        (void)coder.decodeObjectForKey("t");
+        return NSMake<Taker>();
+    }
+    void encodeWithCoder(NSCoder&) const override { }
+};
+
+/// An array of `count` objects of a class, each with the same content, which stands in the file once. Slot 4
+/// is a text of so many characters.
+NSRef<NSData> archiveOfSharers(std::uint32_t count, const char* name, const char* key, const NSId& content)
+{
+    constexpr std::uint32_t kFirst = 5;
+    std::vector<NSId> uids;
+    std::vector<NSId> slots { nullptr, classRecord("NSArray"), classRecord(name),
+        NSString::stringWithUTF8String(std::string(1 << 20, 't')) };
+    for (std::uint32_t at = 0; at < count; ++at) {
+        uids.push_back(uid(kFirst + at));
+        slots.push_back(slotObject(3, key, content));
+    }
+    slots[0] = slotObject(2, "NS.objects", NSArray::arrayWithObjects(std::move(uids)));
+    return archiveOfSlots(NSArray::arrayWithObjects(std::move(slots)));
+}
+
+TEST_F(KeyedGraphsTest, RaiseWhenTheyTakeTheSameBytesTooOften)
+{
+    NSCoding::registerClass<Taker>();
+    const NSId data = NSData::dataWithBytes(std::string(1 << 20, 'd').data(), 1 << 20);
+    const NSId text = uid(4);
+    auto raised = [](const NSRef<NSData>& archive) {
+        return nameRaisedBy([&] { return NSKeyedUnarchiver::unarchiveObjectWithData(archive); });
+    };
+    for (std::uint32_t count : { 250u, 260u }) {
+        const std::string expected = count == 250 ? "" : kUnarchive;
+        EXPECT_EQ(raised(archiveOfSharers(count, "Taker", "b", data)), expected) << "bytes";
+        EXPECT_EQ(raised(archiveOfSharers(count, "Taker", "t", text)), expected) << "a text";
+        EXPECT_EQ(raised(archiveOfSharers(count, "NSString", "NS.string", text)), expected) << "as contents";
+    }
+}
+
+TEST_F(KeyedGraphsTest, ShareShortTextsAsOftenAsTheyLike)
+{
+    std::vector<NSId> equal;
+    for (int at = 0; at < 10'000; ++at)
+        equal.push_back(NSRef<NSString>("the same text for all of them")->mutableCopy());
+    EXPECT_EQ(NSCast<NSArray>(again(NSArray::arrayWithObjects(std::move(equal))))->count(), 10'000u);
+}
+
 /// The number of the dictionary of so many entries.
 std::uint64_t dictionaryOf(std::uint64_t entries, const platform::BinaryObjects& objects)
 {
