@@ -31,6 +31,7 @@
 #include "LUMPlatform/NSFileManager.h"
 #include "LUMPlatform/NSFormatArgument.h"
 #include "LUMPlatform/NSFormatter.h"
+#include "LUMPlatform/NSImage.h"
 #include "LUMPlatform/NSIndexSet.h"
 #include "LUMPlatform/NSInvocation.h"
 #include "LUMPlatform/NSKeyValueCoding.h"

@@ -3,6 +3,7 @@
 #include "LUMPlatform/NSStringConstant.h"
 
 class NSArray;
+class NSImage;
 class NSNotificationCenter;
 
 /// What a program shares with the desktop around it. Threads: any.
@@ -35,6 +36,20 @@ public:
     /// performFileOperation:source:destination:files:tag:
     bool performFileOperation(const NSRef<NSString>& operation, const NSRef<NSString>& source,
         const NSRef<NSString>& destination, const NSRef<NSArray>& files, NSInteger* tag = nullptr);
+
+    /// The icon of what is at `path`, by its name if that tells a type and by its first bytes otherwise, from
+    /// the user's icon theme: 32 pixels on its longer side, or as much smaller as the theme has it. Links are
+    /// followed; one that leads nowhere has the icon of links. When nothing is there, it is the icon of what
+    /// the name promises. Null only for null.
+    ///
+    /// Where no theme has a picture for it, or the library was built without LUM_DESKTOP, it is a simple one
+    /// for a file, a folder, an application or an unknown file. The theme is chosen and read when the first
+    /// icon is asked for: one that is chosen or installed later is not seen. That first icon takes some
+    /// milliseconds, one that was asked for before some microseconds. Selector: iconForFile:
+    NSRef<NSImage> iconForFile(const NSRef<NSString>& path);
+    /// The icon of files with this extension, without its dot; of folders for "'fldr'", of applications for
+    /// "'APPL'". As iconForFile in everything else. Selector: iconForFileType:
+    NSRef<NSImage> iconForFileType(const NSRef<NSString>& type);
 
 protected:
     NSWorkspace();

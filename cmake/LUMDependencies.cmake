@@ -8,4 +8,8 @@ find_package(PkgConfig REQUIRED)
 pkg_check_modules(GIO REQUIRED IMPORTED_TARGET gio-2.0 gio-unix-2.0)
 
 set(LUM_PLATFORM_LIBRARIES Threads::Threads ICU::uc ICU::i18n EXPAT::EXPAT PkgConfig::GIO)
+if(LUM_DESKTOP)
+    pkg_check_modules(GDK_PIXBUF REQUIRED IMPORTED_TARGET gdk-pixbuf-2.0)
+    list(APPEND LUM_PLATFORM_LIBRARIES PkgConfig::GDK_PIXBUF)
+endif()
 set(LUM_FOUNDATION_LIBRARIES ZLIB::ZLIB OpenSSL::Crypto)

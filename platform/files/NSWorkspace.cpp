@@ -2,6 +2,7 @@
 
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSImage.h"
 #include "LUMPlatform/NSNotificationCenter.h"
 #include "LUMPlatform/NSString.h"
 #include "platform/files/system_path.h"
@@ -32,6 +33,8 @@ bool recycle(const NSString& source, const NSId& file)
 constexpr NSMethod kMethods[] = {
     NSMethodOf<"notificationCenter", &NSWorkspace::notificationCenter>(),
     NSMethodOf<"noteFileSystemChanged:", &NSWorkspace::noteFileSystemChanged>(),
+    NSMethodOf<"iconForFile:", &NSWorkspace::iconForFile>(),
+    NSMethodOf<"iconForFileType:", &NSWorkspace::iconForFileType>(),
     NSMethodOf<"performFileOperation:source:destination:files:tag:", &NSWorkspace::performFileOperation>(),
 };
 
