@@ -10,6 +10,7 @@ class LUMFileRefEnumerator;
 class NSArray;
 class NSData;
 class NSDictionary;
+class NSImage;
 class NSURL;
 
 /// A lasting handle on one file, folder or package.
@@ -178,6 +179,9 @@ public:
     /// The status, 0 for success; see FSSetCatalogInfo.
     /// Selector: setFileInfo:
     OSStatus setFileInfo(const FileInfo& info);
+    /// The icon that the desktop shows for it, see NSWorkspace::iconForFile; null without a path.
+    /// Selector: icon
+    NSRef<NSImage> icon() const;
     /// Whether it lies directly in a trash folder of its volume; further down does not count.
     /// Selector: isInTrash
     bool isInTrash() const;

@@ -3,7 +3,9 @@
 #include "LUMPlatform/NSDictionary.h"
 #include "LUMPlatform/NSFileAttributes.h"
 #include "LUMPlatform/NSFileManager.h"
+#include "LUMPlatform/NSImage.h"
 #include "LUMPlatform/NSNumber.h"
+#include "LUMPlatform/NSWorkspace.h"
 
 #include <algorithm>
 
@@ -42,6 +44,11 @@ OSStatus LUMFileRef::setFileInfo(const FileInfo& fileInfo)
     FSCatalogInfo info;
     info.finderInfo = fileInfo;
     return FSSetCatalogInfo(mFileRef, kFSCatInfoFinderInfo, info);
+}
+
+NSRef<NSImage> LUMFileRef::icon() const
+{
+    return NSWorkspace::sharedWorkspace()->iconForFile(path());
 }
 
 bool LUMFileRef::isInTrash() const

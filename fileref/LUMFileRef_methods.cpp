@@ -5,6 +5,7 @@
 #include "LUMPlatform/NSClass.h"
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSDictionary.h"
+#include "LUMPlatform/NSImage.h"
 #include "LUMPlatform/NSURL.h"
 #include "core/statuses.h"
 #include "fileref/alias_data.h"
@@ -91,6 +92,7 @@ constexpr NSMethod kMethods[] = {
     NSMethodOf<"copyWithZone:", &copyWithZone>(),
     NSMethodOf<"lock", &LUMFileRef::lock>(),
     NSMethodOf<"unlock", &LUMFileRef::unlock>(),
+    NSMethodOf<"icon", &LUMFileRef::icon>(),
     NSMethodOf<"isInTrash", &LUMFileRef::isInTrash>(),
     NSMethodOf<"aliasData", &aliasData>(),
     NSMethodOf<"getFSSpec:", &fillSpec>(),
