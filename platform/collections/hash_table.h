@@ -2,6 +2,7 @@
 
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSString.h"
+#include "platform/objects/keyed_hash.h"
 
 #include <algorithm>
 #include <bit>
@@ -103,8 +104,7 @@ private:
 
     size_t slotOf(NSUInteger hash) const
     {
-        // Multiplying by the golden ratio spreads hashes that differ in few bits, such as small numbers.
-        return static_cast<size_t>((hash * 0x9e37'79b9'7f4a'7c15U) >> 20) & (mIndex.size() - 1);
+        return static_cast<size_t>((hash * hashMultiplier()) >> std::countl_zero(mIndex.size() - 1));
     }
 
     NSUInteger find(const NSId& key, NSUInteger hash) const

@@ -3,6 +3,7 @@
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSMutableString.h"
+#include "platform/objects/keyed_hash.h"
 #include "platform/strings/string_arguments.h"
 #include "platform/strings/text_format.h"
 #include "platform/strings/utf16_compare.h"
@@ -10,6 +11,7 @@
 
 #include <cstring>
 #include <new>
+#include <span>
 
 namespace platform {
 
@@ -147,7 +149,7 @@ bool NSString::isEqual(const NSId& other) const
 
 NSUInteger NSString::hash() const
 {
-    return std::hash<std::u16string_view> {}(characters());
+    return platform::keyedHash(std::as_bytes(std::span(characters())));
 }
 
 NSRef<NSString> NSString::description() const

@@ -3,6 +3,7 @@
 #include "LUMPlatform/NSClass.h"
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSString.h"
+#include "platform/objects/keyed_hash.h"
 
 #include <algorithm>
 #include <cstring>
@@ -103,12 +104,7 @@ bool NSData::isEqual(const NSId& other) const
 
 NSUInteger NSData::hash() const
 {
-    // The beginning tells most data apart; a whole film need not be read for it.
-    constexpr NSUInteger kMost = 256;
-    NSUInteger hash = 0xcbf2'9ce4'8422'2325 ^ mLength;
-    for (std::byte byte : bytes().first(std::min(mLength, kMost)))
-        hash = (hash ^ std::to_integer<NSUInteger>(byte)) * 0x100'0000'01b3;
-    return hash;
+    return platform::keyedHash(bytes());
 }
 
 NSRef<NSString> NSData::description() const
