@@ -81,10 +81,14 @@ TEST_F(NSSortDescriptorTest, RaisesForAnObjectThatDoesNotAnswer)
 {
     EXPECT_EQ(
         nameRaisedBy([&] { (void)up->compareObject(NSMake<NSObject>(), 1); }), "NSInvalidArgumentException");
+}
+
+TEST_F(NSSortDescriptorTest, RaisesForAnObjectWithoutTheKey)
+{
     EXPECT_EQ(nameRaisedBy([] {
         (void)NSSortDescriptor::initWithKey("value", true)->compareObject(NSMake<NSObject>(), 1);
     }),
-        "NSInvalidArgumentException");
+        "NSUnknownKeyException");
 }
 
 TEST_F(NSSortDescriptorTest, IsEqualByKeySelectorAndDirection)
