@@ -27,6 +27,7 @@ inline bool isAboutFiles(const TracedChild::Call& call)
     case SYS_sched_yield:
     case SYS_rt_sigaction:
     case SYS_rt_sigprocmask:
+    case SYS_sigaltstack:
     case SYS_exit:
     case SYS_exit_group:
         return false;
