@@ -10,6 +10,7 @@
 #include "core/statuses.h"
 #include "document/bundle_layout.h"
 #include "document/bundle_paths.h"
+#include "document/held_place.h"
 #include "document/package_info.h"
 
 #include <filesystem>
@@ -194,7 +195,8 @@ void LUMDocumentBundle::savePkgInfo()
     const auto contents = file->stringByDeletingLastPathComponent();
     if (!manager->fileExistsAtPath(contents))
         (void)LUMFileManager::createDirectoryAtPath(manager, contents, true, nullptr);
-    NSData::dataWithBytes(bytes->data(), bytes->size())->writeToFile(file, true);
+    const lum::HeldPlace place(*mFileRef, lum::packageInfoIn(lum::kInside));
+    NSData::dataWithBytes(bytes->data(), bytes->size())->writeToFile(place.file(), true);
 }
 
 bool LUMDocumentBundle::setDictionary(const NSRef<NSDictionary>& dictionary, NSRef<NSError>* error)
@@ -242,5 +244,6 @@ bool LUMDocumentBundle::setDictionaryForDomain(
     const auto file = lum::dictionaryIn(bundle, domain);
     if (file && !lum::isReachedInside(bundle, file))
         return lum::refuseLink(error);
-    return data && data->writeToFile(file, true);
+    const lum::HeldPlace place(*mFileRef, lum::dictionaryIn(lum::kInside, domain));
+    return data && data->writeToFile(place.file(), true);
 }

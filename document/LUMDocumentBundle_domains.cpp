@@ -6,9 +6,12 @@
 #include "document/bundle_entries.h"
 #include "document/bundle_layout.h"
 #include "document/bundle_paths.h"
+#include "document/held_place.h"
 
 #include <filesystem>
 #include <unordered_set>
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -29,24 +32,29 @@ NSRef<NSString> domainOf(const lum::BundleEntry& entry)
     return domain->isEqualToString("Info") ? NSRef<NSString>(LUMDocumentBundle_DocumentDomain) : domain;
 }
 
-/// False when something is there and stays.
-bool removeIfThere(const NSRef<NSString>& path)
-{
-    return NSFileManager::defaultManager()->removeItemAtPath(path) || !lum::isEntryAt(path);
-}
+/// Takes things out of a bundle by their paths. False when something is there and stays, though it should
+/// not.
+struct Removal {
+    const LUMFileRef& fileRef;
+    const NSRef<NSString> bundle; ///< Where that is.
 
-/// Removes the folder of a domain, but none that is the document's, and no file: that is the dictionary of
-/// another domain, or holds the codes.
-bool removeFolderOf(const NSRef<NSString>& domain, const NSRef<NSString>& path)
-{
-    if (isOwnFolder(NSCast<NSString>(domain->pathComponents()->objectAtIndex(0))))
-        return true;
-    std::error_code problem;
-    const auto type = std::filesystem::symlink_status(path->utf8(), problem).type();
-    if (type == std::filesystem::file_type::regular)
-        return true;
-    return type != std::filesystem::file_type::none && removeIfThere(path);
-}
+    bool removeIfThere(const NSRef<NSString>& path) const
+    {
+        const lum::HeldPlace place(fileRef, lum::insideOf(bundle, path));
+        return NSFileManager::defaultManager()->removeItemAtPath(place.file()) || !lum::isEntryAt(path);
+    }
+    /// What only has the name of the domain's folder stays: a folder of the document, and a file, which is
+    /// the dictionary of another domain or holds the codes.
+    bool removeFolderOf(const NSRef<NSString>& domain, const NSRef<NSString>& path) const
+    {
+        std::error_code unknown;
+        const auto type = fs::symlink_status(path->utf8(), unknown).type();
+        if (type == fs::file_type::regular
+            || isOwnFolder(domain->pathComponents()->objectAtIndex<NSString>(0)))
+            return true;
+        return type != fs::file_type::none && removeIfThere(path);
+    }
+};
 
 }
 
@@ -79,19 +87,20 @@ bool LUMDocumentBundle::removeDomain(const NSRef<NSString>& domain, NSRef<NSErro
     if (!lum::isReachedInside(bundle, first, true) || !lum::isReachedInside(bundle, dictionary, true))
         return lum::refuseLink(error);
 
+    const Removal removal { *mFileRef, bundle };
     NSRef<NSError> problem;
     bool result = true;
     if (!isOwn)
-        result = removeFolderOf(domain, first);
+        result = removal.removeFolderOf(domain, first);
     else {
         const auto second = contents->stringByAppendingPathComponent("Resources");
         if (const auto folder = LUMFileRef::fileRefWithPath(contents)) {
             (void)folder->childWithName("Objects", &problem);
             (void)folder->childWithName("Resources", &problem);
         }
-        result = removeIfThere(first) && removeIfThere(second);
+        result = removal.removeIfThere(first) && removal.removeIfThere(second);
     }
-    result = result && removeIfThere(dictionary);
+    result = result && removal.removeIfThere(dictionary);
     if (problem && error)
         *error = problem;
     return result;

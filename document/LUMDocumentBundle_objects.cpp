@@ -10,6 +10,7 @@
 #include "core/statuses.h"
 #include "document/bundle_layout.h"
 #include "document/bundle_paths.h"
+#include "document/held_place.h"
 
 namespace {
 
@@ -52,7 +53,11 @@ bool LUMDocumentBundle::saveObjectDomain(
 {
     NSRef<NSError> problem;
     const auto file = pathForObjectWithKey(key, domain, true, &problem);
-    const bool isSaved = file && !problem && NSKeyedArchiver::archiveRootObject(object, file);
+    bool isSaved = false;
+    if (file && !problem) {
+        const lum::HeldPlace place(*mFileRef, lum::objectIn(lum::kInside, domain, key));
+        isSaved = NSKeyedArchiver::archiveRootObject(object, place.file());
+    }
     store(error, problem);
     return isSaved;
 }

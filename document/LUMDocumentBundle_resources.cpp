@@ -8,6 +8,7 @@
 #include "core/statuses.h"
 #include "document/bundle_entries.h"
 #include "document/bundle_paths.h"
+#include "document/held_place.h"
 
 #include <filesystem>
 
@@ -100,13 +101,14 @@ bool place(const LUMDocumentBundle& bundle, Transfer transfer, const NSRef<NSURL
     const auto name = newName ? newName : source->lastPathComponent();
     if (!name)
         return lum::refuseName(error);
-    const auto url = urlInside({ name, nullptr, directory, domain }, bundle.path(), true, error);
+    const auto path = bundle.path();
+    const auto url = urlInside({ name, nullptr, directory, domain }, path, true, error);
     if (!url)
         return false;
-    const auto to = url->path();
-    makeFolderOf(to);
-    const bool isFree = !lum::isEntryAt(to);
-    return (isFree && transfer(source->path(), to)) || lum::fail(error, lum::kStatusFailed);
+    makeFolderOf(url->path());
+    const lum::HeldPlace to(*bundle.fileRef(), lum::insideOf(path, url->path()));
+    const bool isFree = to.file() && !lum::isEntryAt(to.file());
+    return (isFree && transfer(source->path(), to.file())) || lum::fail(error, lum::kStatusFailed);
 }
 
 /// Removes a folder in which nothing is; false when it could not be removed.
@@ -189,11 +191,13 @@ bool LUMDocumentBundle::removeResource(const NSRef<NSString>& name, const NSRef<
 bool LUMDocumentBundle::removeResourceDomain(const NSRef<NSString>& name, const NSRef<NSString>& type,
     const NSRef<NSString>& directory, const NSRef<NSString>& domain, NSRef<NSError>* error)
 {
-    const auto url = urlInside({ name, type, directory, domain }, path(), true, error);
+    const auto bundle = path();
+    const auto url = urlInside({ name, type, directory, domain }, bundle, true, error);
     if (!url)
         return false;
     const auto file = url->path();
-    if (!lum::isEntryAt(file) || !NSFileManager::defaultManager()->removeItemAtPath(file))
+    const lum::HeldPlace place(*mFileRef, lum::insideOf(bundle, file));
+    if (!NSFileManager::defaultManager()->removeItemAtPath(place.file()))
         return true;
     return removeIfEmpty(file->stringByDeletingLastPathComponent()) || lum::fail(error, lum::kStatusFailed);
 }

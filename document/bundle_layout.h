@@ -2,8 +2,11 @@
 
 #include "LUMPlatform/NSString.h"
 
-// Where everything is in a bundle. Each answers null for a null bundle.
+// Where everything is in a bundle, given the path of that. Each answers null for a null bundle.
 namespace lum {
+
+/// The bundle as seen from itself.
+inline constexpr const char* kInside = ".";
 
 /// Whether the domain is the document's own: null, or of that name.
 bool isDocumentDomain(const NSRef<NSString>& domain);

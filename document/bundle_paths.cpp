@@ -5,18 +5,8 @@
 #include "core/statuses.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace fs = std::filesystem;
-
-namespace {
-
-bool isWithin(const fs::path& folder, const fs::path& path)
-{
-    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end();
-}
-
-}
 
 bool lum::staysInside(const NSRef<NSString>& name)
 {
@@ -43,6 +33,16 @@ bool lum::staysInName(const NSRef<NSString>& extension)
     const auto plain =
         NSURLUtilities::stringByReplacingPercentEscapesUsingEncoding(extension, NSUTF8StringEncoding);
     return plain && plain->characters().find_first_of(std::u16string_view(u"/\0", 2)) == std::u16string::npos;
+}
+
+bool lum::isWithin(const fs::path& folder, const fs::path& path)
+{
+    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end();
+}
+
+NSRef<NSString> lum::insideOf(const NSRef<NSString>& folder, const NSRef<NSString>& path)
+{
+    return fs::path(path->utf8()).lexically_relative(folder->utf8()).string();
 }
 
 bool lum::isReachedInside(const NSRef<NSString>& folder, const NSRef<NSString>& path, bool mayEndInLink)

@@ -3,6 +3,8 @@
 #include "LUMPlatform/NSError.h"
 #include "LUMPlatform/NSString.h"
 
+#include <filesystem>
+
 namespace lum {
 
 /// A name that leads nowhere but down: not empty, not absolute, and without ".", ".." or a NUL inside, and
@@ -14,6 +16,12 @@ bool staysInsideOrNull(const NSRef<NSString>& name);
 /// An extension, escapes in it counted as what they stand for, that makes no other folder out of a name: one
 /// without a "/" or a NUL. Null is none.
 bool staysInName(const NSRef<NSString>& extension);
+
+/// Whether a path is that of the folder or of something in it, both without links.
+bool isWithin(const std::filesystem::path& folder, const std::filesystem::path& path);
+
+/// A path without the folder that it begins with.
+NSRef<NSString> insideOf(const NSRef<NSString>& folder, const NSRef<NSString>& path);
 
 /// Whether `path`, which begins with `folder`, is reached from there without a ".." and without a symbolic
 /// link that leads out of it, or nowhere. Its last component may be a link itself where `mayEndInLink`; what
