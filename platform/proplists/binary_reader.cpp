@@ -6,6 +6,7 @@
 #include "platform/proplists/binary_objects.h"
 #include "platform/proplists/property_list_fault.h"
 
+#include <algorithm>
 #include <cstring>
 #include <vector>
 
@@ -20,7 +21,10 @@ namespace {
 class Reader {
 public:
     Reader(std::span<const std::byte> bytes, const NSDecodingLimits& limits)
-        : mObjects(bytes, limits), mLimits(limits), mKnown(mObjects.count())
+        : mObjects(bytes, limits)
+        , mMostObjects(std::min(limits.objects, Known::kHeaviest))
+        , mDepth(limits.depth)
+        , mKnown(mObjects.count())
     {
     }
 
@@ -43,6 +47,7 @@ private:
     struct Known {
         static constexpr std::uint64_t kUnread = 0;
         static constexpr std::uint64_t kOpen = ~std::uint64_t { 0 };
+        static constexpr std::uint64_t kHeaviest = kOpen - 1;
 
         NSObject* object = nullptr; ///< Kept by what holds it: a container, mChildren, or mReplaced.
         std::uint64_t weight = kUnread; ///< How many objects a walk through it meets, itself included.
@@ -74,8 +79,8 @@ private:
 
     void open(std::uint64_t number, const BinaryObjects::Object& object)
     {
-        if (mOpen.size() >= mLimits.depth)
-            throw PropertyListFault("containers are nested more than " + std::to_string(mLimits.depth)
+        if (mOpen.size() >= mDepth)
+            throw PropertyListFault("containers are nested more than " + std::to_string(mDepth)
                 + " deep at byte " + std::to_string(object.begin));
         mKnown[number].weight = Known::kOpen;
         mOpen.push_back({ number, object, 1, mChildren.size() });
@@ -86,9 +91,10 @@ private:
         mChildren.push_back(std::move(object));
         if (mOpen.empty())
             return;
-        mOpen.back().weight += weight;
-        if (mOpen.back().weight > mLimits.objects)
-            throw PropertyListFault("there are more than " + std::to_string(mLimits.objects) + " objects");
+        std::uint64_t& sum = mOpen.back().weight;
+        if (weight > mMostObjects || sum > mMostObjects - weight)
+            throw PropertyListFault("there are more than " + std::to_string(mMostObjects) + " objects");
+        sum += weight;
     }
 
     void leave()
@@ -121,7 +127,8 @@ private:
     }
 
     BinaryObjects mObjects;
-    const NSDecodingLimits mLimits;
+    const std::uint64_t mMostObjects;
+    const NSUInteger mDepth;
     std::vector<Known> mKnown;
     std::vector<Container> mOpen;
     std::vector<NSId> mChildren; // those of all open containers that are read

@@ -58,6 +58,10 @@ public:
 
     NSId read(std::span<const std::byte> bytes)
     {
+        // XML allows nothing in front of its declaration, but texts in programs often begin with an empty
+        // line.
+        for (; !bytes.empty() && isSpace(bytes[0]); bytes = bytes.subspan(1))
+            mLinesBefore += bytes[0] == std::byte { '\n' };
         constexpr std::size_t kAtOnce = std::size_t { 1 } << 28; // expat counts in int
         bool isLast = false;
         while (!isLast) {
@@ -80,7 +84,15 @@ private:
         void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
     };
 
-    std::string line() const { return " on line " + std::to_string(XML_GetCurrentLineNumber(mParser.get())); }
+    static bool isSpace(std::byte byte)
+    {
+        return std::string_view(" \t\r\n").find(std::to_integer<char>(byte)) != std::string_view::npos;
+    }
+
+    std::string line() const
+    {
+        return " on line " + std::to_string(mLinesBefore + XML_GetCurrentLineNumber(mParser.get()));
+    }
 
     // Nothing may be thrown through expat, which is C: the parser stops, and read() throws it.
 
@@ -186,6 +198,7 @@ private:
 
     std::unique_ptr<XML_ParserStruct, Free> mParser;
     PropertyListBuilder mBuilder;
+    XML_Size mLinesBefore = 0; // what the parser sees
     bool mHasElements = false;
     bool mIsInValue = false; // in an element that holds no others
     Element mValue {};

@@ -207,6 +207,17 @@ TEST_F(BinaryReaderTest, CountsASharedObjectEachTimeItIsReached)
     EXPECT_EQ(faultOf(BinaryDocument(doubling)), "there are more than 268435456 objects.");
 }
 
+TEST_F(BinaryReaderTest, CountsWithoutGoingRoundAndStartingAnew)
+{
+    BinaryDocument::Objects doubling; // more objects than 64 bits can count
+    for (char level = 1; level <= 70; ++level)
+        doubling.push_back("\xa2"s + level + level);
+    doubling.push_back("\x51x");
+    NSDecodingLimits limits;
+    limits.objects = ~NSUInteger { 0 };
+    EXPECT_EQ(faultOf(BinaryDocument(doubling), limits), "there are more than 18446744073709551614 objects.");
+}
+
 TEST_F(BinaryReaderTest, KeepsToItsLimits)
 {
     const BinaryDocument nested({ "\xa1\1"s, "\xa1\2"s, "\xa1\3"s, "\x51x"s });

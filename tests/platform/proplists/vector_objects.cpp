@@ -53,6 +53,8 @@ NSId objectDescribedBy(const vectors::Json& json)
         return std::stoull(narrow(value.text));
     if (type == "real")
         return std::stod(narrow(value.text));
+    if (type == "real32")
+        return std::stof(narrow(value.text));
     if (type == "date")
         return NSDate::dateWithTimeIntervalSinceReferenceDate(std::stod(narrow(value.text)));
     std::vector<NSId> items;

@@ -115,6 +115,14 @@ TEST_F(XmlReaderTest, TellsTheLineOfAFault)
     EXPECT_EQ(fault("<array>"), "the XML is not well-formed: mismatched tag on line 1.");
 }
 
+TEST_F(XmlReaderTest, PassesOverWhiteSpaceInFrontOfTheDeclaration)
+{
+    const std::string before = "\n \t\r\n<?xml version=\"1.0\"?>\n";
+    EXPECT_THAT(readPropertyList(before + "<plist><true/></plist>"), Equals(true));
+    EXPECT_EQ(
+        faultOfPropertyList(before + "<plist><none/></plist>"), "there is no element <none> on line 4.");
+}
+
 TEST_F(XmlReaderTest, ReadsUtf16)
 {
     std::string bytes("\xfe\xff", 2);
