@@ -2,7 +2,6 @@
 
 #include "LUMPlatform/NSObject.h"
 
-#include <bit>
 #include <vector>
 
 namespace platform {

@@ -54,7 +54,6 @@ private:
     Uid beginNew(const NSId& object, const ClassCoding& coding);
     const ClassCoding& codingOf(const NSObject& object);
     void encodeItself(Uid uid, const NSId& object, const ClassCoding& coding);
-    void fillMutableString(Uid uid, const NSObject& object, const NSClass& type);
     void finishCollection(const Open& collection);
     void fill(Uid uid, const NSClass& type, std::span<const KeyedSlots::Entry> entries);
     void tellEncoded(const NSId& object);

@@ -7,7 +7,9 @@
 #include "tests/fixture.h"
 #include "tests/platform/archiving/graph.h"
 
+#include <filesystem>
 #include <functional>
+#include <set>
 
 namespace {
 
@@ -102,6 +104,17 @@ TEST_P(KeyedVectors, AreWrittenWithTheSameSlots)
 
 INSTANTIATE_TEST_SUITE_P(
     Classes, KeyedVectors, testing::ValuesIn(kCases), [](const auto& row) { return row.param.name; });
+
+TEST(KeyedVectorFiles, AreAllRead)
+{
+    std::set<std::string> read { "custom_cycle" };
+    for (const Case& row : kCases)
+        read.insert(row.name);
+    std::set<std::string> there;
+    for (const auto& file : std::filesystem::directory_iterator(LUM_TEST_DATA "/vectors/keyed"))
+        there.insert(file.path().stem());
+    EXPECT_EQ(there, read);
+}
 
 /// A class that writes one value of each kind, and itself.
 class TestPoint : public NSObject, public NSCoding {
