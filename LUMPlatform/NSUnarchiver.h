@@ -3,7 +3,9 @@
 #include "LUMPlatform/NSCoder.h"
 #include "LUMPlatform/NSDecodingLimits.h"
 
+#include <map>
 #include <memory>
+#include <string>
 
 class NSData;
 namespace platform {
@@ -36,6 +38,10 @@ public:
 
     /// Whether all is read. Selector: isAtEnd
     bool isAtEnd() const;
+    /// Makes objects of the class `trueName` where the archive names `nameInArchive`, whether there is a
+    /// class of that name or not. Raises NSInvalidArgumentException for a null name. Selector:
+    /// decodeClassName:asClassName:
+    void decodeClassName(const NSRef<NSString>& nameInArchive, const NSRef<NSString>& trueName);
 
     const void* decodeBytesWithReturnedLength(NSUInteger* length) override;
     void announce(const NSId& object, Undo undo) override;
@@ -57,6 +63,7 @@ private:
     std::size_t mMaking = 0; // the number of the object that is being made, when there is one
     NSUInteger mDepth = 0; // of objects inside each other
     const std::unique_ptr<platform::DecodingCalls> mCalls;
+    std::map<std::string, std::string, std::less<>> mTrueNames; // by that in the archive
 };
 
 /// Bytes are no sequential archive, or a broken one.

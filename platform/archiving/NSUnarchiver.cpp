@@ -12,7 +12,10 @@ const NSStringConstant NSInconsistentArchiveException("NSInconsistentArchiveExce
 
 namespace {
 
-constexpr NSMethod kMethods[] = { NSMethodOf<"isAtEnd", &NSUnarchiver::isAtEnd>() };
+constexpr NSMethod kMethods[] = {
+    NSMethodOf<"isAtEnd", &NSUnarchiver::isAtEnd>(),
+    NSMethodOf<"decodeClassName:asClassName:", &NSUnarchiver::decodeClassName>(),
+};
 
 }
 
@@ -52,6 +55,13 @@ NSRef<NSUnarchiver> NSUnarchiver::initForReadingWithData(
 bool NSUnarchiver::isAtEnd() const
 {
     return mReader->isAtEnd();
+}
+
+void NSUnarchiver::decodeClassName(const NSRef<NSString>& nameInArchive, const NSRef<NSString>& trueName)
+{
+    if (!nameInArchive || !trueName)
+        throw NSException(NSInvalidArgumentException, "decodeClassName:asClassName: a name is null");
+    mTrueNames[nameInArchive->utf8()] = trueName->utf8();
 }
 
 NSId NSUnarchiver::nextObject()
@@ -97,7 +107,9 @@ NSId NSUnarchiver::readObject()
     if (reference.kind == Reference::Known)
         return mReader->object(reference.number);
 
-    const std::string_view name = mReader->readClass();
+    std::string_view name = mReader->readClass();
+    if (const auto found = mTrueNames.find(name); found != mTrueNames.end())
+        name = found->second;
     const platform::ClassCoding* coding = platform::classCodingNamed(name);
     if (!coding)
         throw NSException(NSInvalidUnarchiveOperationException,

@@ -196,6 +196,38 @@ TEST_F(NSUnarchiverTest, ReadsNumbersWithAnotherClassAboveThem)
     EXPECT_TRUE(NSEqual(number, 5)) << number;
 }
 
+TEST_F(NSUnarchiverTest, MakesTheClassThatIsNamedForAnother)
+{
+    auto list = NSArray::of("a");
+    auto unarchiver = NSUnarchiver::initForReadingWithData(NSArchiver::archivedDataWithRootObject(list));
+    unarchiver->decodeClassName("NSArray", "NSMutableArray");
+    EXPECT_TRUE(NSEqual(unarchiver->decodeObject<NSMutableArray>(), list));
+
+    const std::string gone = std::string("840140 84 8484 04 476f6e65 00 ") + kObjectClass + "84012b 01 61 86";
+    unarchiver = unarchiverOf(gone);
+    unarchiver->decodeClassName("Gone", "NSString");
+    EXPECT_TRUE(NSEqual(unarchiver->decodeObject(), "a"));
+}
+
+TEST_F(NSUnarchiverTest, RaisesForASubstituteThatIsWrong)
+{
+    const std::string text =
+        std::string("840140 84 8484 08 4e53537472696e67 00 ") + kObjectClass + "84012b 01 61 86";
+    auto unarchiver = unarchiverOf(text);
+    unarchiver->decodeClassName("NSString", "NSArray");
+    EXPECT_EQ(
+        nameRaisedBy([&] { return unarchiver->decodeObject(); }), "NSInvalidUnarchiveOperationException");
+    unarchiver = unarchiverOf(text);
+    unarchiver->decodeClassName("NSString", "Gone");
+    EXPECT_EQ(
+        nameRaisedBy([&] { return unarchiver->decodeObject(); }), "NSInvalidUnarchiveOperationException");
+    EXPECT_EQ(nameRaisedBy([&] {
+        unarchiver->decodeClassName(nullptr, "NSString");
+        return 0;
+    }),
+        "NSInvalidArgumentException");
+}
+
 TEST_F(NSUnarchiverTest, AnswersDynamicCalls)
 {
     auto unarchiver = unarchiverOf("840140 85");
