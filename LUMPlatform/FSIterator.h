@@ -9,7 +9,7 @@ namespace platform {
 class FolderListing;
 }
 
-/// A walk over the entries of one folder. It holds a descriptor until it is closed or ends.
+/// A walk over the entries of one folder. It holds a descriptor until it is closed or destroyed.
 /// Threads: one at a time.
 ///
 ///     FSIterator iterator;
@@ -42,9 +42,9 @@ inline constexpr OSStatus kFSNoMoreItems = -1417;
 NS_EXPORT OSStatus FSOpenIterator(const FSRef& folder, std::uint32_t flags, FSIterator& iterator);
 
 /// The next entry, and its name if asked for, valid until the next call; kFSNoMoreItems when there is none
-/// left, and from then on; another status when the folder cannot be read on. Symbolic links are not followed,
-/// "." and ".." left out, as are names that are not UTF-8, and entries that went away since the folder was
-/// read.
+/// left, and from then on; another status when the folder cannot be read on, or in place of it when all
+/// others were told and one could not be looked at. Symbolic links are not followed, "." and ".." left out,
+/// as are names that are not UTF-8, and entries that went away since the folder was read.
 ///
 /// The folder is read in large pieces, each entry looked at once, and none opened: a reference takes its
 /// descriptor when it is used. Until then an entry that is removed while another one is made within the same

@@ -57,23 +57,22 @@ int FolderListing::begin()
 
 int FolderListing::next(NodeRef& made, std::string_view& name)
 {
-    for (;;) {
-        FolderEntry entry;
-        const int result = mReader.next(entry);
-        if (result <= 0)
-            return result;
+    FolderEntry entry;
+    int result = 0;
+    while ((result = mReader.next(entry)) > 0) {
         if (!isUtf8(entry.name))
             continue;
         FileIdentity identity;
         const int problem = identify(entry.name.data(), identity);
-        if (problem == -ENOENT)
-            continue; // it went away meanwhile
-        if (problem != 0)
-            return problem;
-        made = NodeRef(new ReferenceNode(identity, joined(mPath, entry.name)));
-        name = entry.name;
-        return 1;
+        if (problem == 0) {
+            made = NodeRef(new ReferenceNode(identity, joined(mPath, entry.name)));
+            name = entry.name;
+            return 1;
+        }
+        if (problem != -ENOENT && mProblem == 0) // it did not just go away meanwhile
+            mProblem = problem;
     }
+    return result < 0 ? result : mProblem;
 }
 
 int FolderListing::identify(const char* name, FileIdentity& identity)

@@ -6,6 +6,16 @@
 
 namespace {
 
+/// Lets nobody look at entries called "2".
+class OneRefused final : public FaultyNodeSystem {
+public:
+    int attributes(int folder, const char* name, platform::FileAttributes& attributes) override
+    {
+        return name == std::string_view("2") ? -EACCES
+                                             : FaultyNodeSystem::attributes(folder, name, attributes);
+    }
+};
+
 class LUMFileRefChildrenTest : public FileRefTest {
 protected:
     NSRef<NSError> mError;
@@ -88,6 +98,17 @@ TEST_F(LUMFileRefChildrenTest, ThatCannotBeReadAreNoneWithTheError)
     const auto children = folder->childrenError(&mError);
     ASSERT_TRUE(children);
     EXPECT_EQ(children->count(), 0u);
+    EXPECT_EQ(codeOf(mError), -5000);
+}
+
+TEST_F(LUMFileRefChildrenTest, ComeWithoutTheOneThatCannotBeLookedAtAndWithTheError)
+{
+    for (const std::string name : { "1", "2", "3" })
+        file(name);
+    const auto folder = here();
+    OneRefused system;
+    const auto children = folder->childrenError(&mError);
+    EXPECT_EQ(names(children), "1 3 ");
     EXPECT_EQ(codeOf(mError), -5000);
 }
 

@@ -1,9 +1,11 @@
 #include "LUMPlatform/FSIterator.h"
 
 #include "platform/files/descriptor_pool.h"
+#include "tests/platform/files/faulty_node_system.h"
 #include "tests/platform/files/mounted_file_system.h"
 #include "tests/platform/files/reference_fixture.h"
 
+#include <cerrno>
 #include <map>
 #include <set>
 
@@ -105,6 +107,21 @@ TEST_F(FSIteratorTest, EndsOnceAndForAll)
     EXPECT_EQ(FSCloseIterator(iterator), 0);
     EXPECT_EQ(FSCloseIterator(iterator), -50);
     EXPECT_EQ(FSGetCatalogInfoBulk(iterator, item), -50);
+}
+
+TEST_F(FSIteratorTest, GivesTheOthersWhenOneCannotBeLookedAtAndTellsAtTheEnd)
+{
+    for (const std::string name : { "1", "2", "3" })
+        file(name);
+    FaultyNodeSystem system;
+    FSIterator iterator;
+    ASSERT_EQ(FSOpenIterator(refTo(mFolder.string()), kFSIterateFlat, iterator), 0);
+    system.fail(FaultyNodeSystem::Attributes, EACCES, 1, false);
+    FSRef item;
+    EXPECT_EQ(FSGetCatalogInfoBulk(iterator, item), 0);
+    EXPECT_EQ(FSGetCatalogInfoBulk(iterator, item), 0);
+    EXPECT_EQ(FSGetCatalogInfoBulk(iterator, item), -5000);
+    EXPECT_EQ(FSGetCatalogInfoBulk(iterator, item), -5000);
 }
 
 TEST_F(FSIteratorTest, IsNotOpenedForAnythingElse)
