@@ -9,6 +9,7 @@
 
 namespace {
 
+using platform::DescriptorPool;
 using platform::kStatusNotFound;
 using platform::NodeRef;
 using platform::NodeSystem;
@@ -29,12 +30,12 @@ std::optional<std::string> systemName(std::u16string_view name)
 class OpenFolder {
 public:
     explicit OpenFolder(const std::string& path)
-        : mFolder(platform::DescriptorPool::shared().opened(
+        : mFolder(DescriptorPool::shared().opened(
             [&] { return NodeSystem::current().openFolder(NodeSystem::kNoFolder, path.c_str()); }))
     {
         // A folder may be changed without the right to read it.
         if (mFolder == -EACCES)
-            mFolder = platform::DescriptorPool::shared().opened(
+            mFolder = DescriptorPool::shared().opened(
                 [&] { return NodeSystem::current().open(NodeSystem::kNoFolder, path.c_str()); });
     }
     ~OpenFolder()
@@ -79,9 +80,17 @@ OSStatus create(const FSRef& folder, std::u16string_view name, FSRef* made,
         return statusFromErrno(-opened.get());
     if (const int problem = checkEntry(opened.get(), "", folder.node()->identity()); problem != 0)
         return statusFromErrno(-problem);
-    if (const int problem = (NodeSystem::current().*call)(opened.get(), bytes->c_str()); problem != 0)
+    const int problem = DescriptorPool::shared().opened(
+        [&] { return (NodeSystem::current().*call)(opened.get(), bytes->c_str()); });
+    if (problem != 0)
         return statusFromErrno(-problem);
-    return made ? FSPathMakeRef(platform::joined(path, *bytes), *made) : 0;
+    if (!made)
+        return 0;
+    NodeRef child;
+    if (const int unseen = platform::openReferenceIn(opened.get(), path, *bytes, child); unseen != 0)
+        return statusFromErrno(-unseen);
+    *made = FSRef(std::move(child));
+    return 0;
 }
 
 }
@@ -103,23 +112,17 @@ OSStatus FSRenameUnicode(const FSRef& ref, std::u16string_view name, FSRef* rena
     const OpenFolder folder(folderPath);
     if (folder.get() < 0)
         return statusFromErrno(-folder.get());
-    const platform::FileIdentity identity = ref.node()->identity();
-    if (const int problem = checkEntry(folder.get(), oldName, identity); problem != 0)
+    if (const int problem = checkEntry(folder.get(), oldName, ref.node()->identity()); problem != 0)
         return statusFromErrno(-problem);
     if (*bytes != oldName) {
         const int problem =
             NodeSystem::current().renameWithoutReplacing(folder.get(), oldName.c_str(), bytes->c_str());
         if (problem != 0)
             return statusFromErrno(-problem);
+        DescriptorPool::shared().setPath(*ref.node(), platform::joined(folderPath, *bytes));
     }
-    if (!renamed)
-        return 0;
-    const std::string newPath = platform::joined(folderPath, *bytes);
-    NodeRef made;
-    // It is renamed, whatever stands in the way of opening it.
-    if (platform::openReference(newPath, made) != 0 || !isSame(made->identity(), identity))
-        made = NodeRef(new platform::ReferenceNode(identity, newPath));
-    *renamed = FSRef(std::move(made));
+    if (renamed)
+        *renamed = ref; // the same object, whose path is another
     return 0;
 }
 

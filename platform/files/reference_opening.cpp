@@ -109,6 +109,25 @@ int openReference(const std::string& path, NodeRef& made)
     return descriptor < 0 ? descriptor : referenceTo(descriptor, path, isReal, made);
 }
 
+int openReferenceIn(int folder, const std::string& folderPath, const std::string& name, NodeRef& made)
+{
+    auto& system = NodeSystem::current();
+    const std::string path = joined(folderPath, name);
+    const int descriptor = DescriptorPool::shared().opened([&] { return system.open(folder, name.c_str()); });
+    if (descriptor >= 0 && referenceTo(descriptor, path, false, made) == 0)
+        return 0;
+    FileAttributes attributes;
+    NodeSystem::Volume volume;
+    FileHandle handle;
+    if (const int problem = system.attributes(folder, name.c_str(), attributes); problem != 0)
+        return problem;
+    if (const int problem = system.volume(folder, volume); problem != 0)
+        return problem;
+    (void)system.handle(folder, name.c_str(), NodeSystem::HandlePurpose::Telling, handle);
+    made = NodeRef(new ReferenceNode(FileIdentity(volume, attributes, handle), path));
+    return 0;
+}
+
 int openReferenceTarget(const std::string& path, NodeRef& made)
 {
     auto& system = NodeSystem::current();

@@ -11,6 +11,9 @@ namespace platform {
 /// A reference to what `path` names; a symbolic link at its end is not followed.
 int openReference(const std::string& path, NodeRef& made);
 
+/// A reference to an entry of an open folder, which is at `folderPath`.
+int openReferenceIn(int folder, const std::string& folderPath, const std::string& name, NodeRef& made);
+
 /// A reference to what the links at the end of `path` lead to.
 int openReferenceTarget(const std::string& path, NodeRef& made);
 

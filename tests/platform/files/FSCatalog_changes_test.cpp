@@ -113,6 +113,44 @@ TEST_F(FSCatalogChangesTest, FilesAndFoldersAreMade)
     EXPECT_TRUE(fs::exists(at("a/g")));
 }
 
+TEST_F(FSCatalogChangesTest, DescriptorsAreGivenBackForAFileToBeMade)
+{
+    const FSRef above = refTo(mFolder.string());
+    const FSRef held = refTo(file("held"));
+    FaultyNodeSystem system;
+    system.fail(FaultyNodeSystem::Change, EMFILE, 0, false);
+    FSRef made;
+    EXPECT_EQ(FSCreateFileUnicode(above, u"f", &made), 0);
+    EXPECT_EQ(pathOf(made), at("f"));
+}
+
+/// Moves a folder away as soon as something was made in it, and puts another one there.
+class SwappingSystem final : public FaultyNodeSystem {
+public:
+    explicit SwappingSystem(std::string folder) : mFolder(std::move(folder)) { }
+
+    int createFile(int folder, const char* name) override
+    {
+        const int problem = FaultyNodeSystem::createFile(folder, name);
+        fs::rename(mFolder, mFolder + " moved");
+        fs::create_directory(mFolder);
+        std::ofstream(mFolder + "/" + name) << "another";
+        return problem;
+    }
+
+private:
+    const std::string mFolder;
+};
+
+TEST_F(FSCatalogChangesTest, WhatWasMadeIsMeantThoughItsFolderIsMovedMeanwhile)
+{
+    const FSRef above = refTo(folder("a"));
+    const SwappingSystem system(at("a"));
+    FSRef made;
+    EXPECT_EQ(FSCreateFileUnicode(above, u"f", &made), 0);
+    EXPECT_EQ(pathOf(made), at("a moved/f"));
+}
+
 TEST_F(FSCatalogChangesTest, WhatIsThereIsNotMadeAgain)
 {
     file("f", "own");

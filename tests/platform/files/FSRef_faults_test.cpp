@@ -107,6 +107,21 @@ TEST_P(FSRefFaultsTest, ARenameIsDoneOrNot)
     });
 }
 
+TEST_P(FSRefFaultsTest, AChildIsMadeOrNot)
+{
+    const FSRef above = refTo(mFolder.string());
+    forEachCall(FaultyNodeSystem::All, [&](int) {
+        for (const std::string name : { "f", "a" }) {
+            FSRef made;
+            const OSStatus status = name == "f" ? FSCreateFileUnicode(above, u"f", &made)
+                                                : FSCreateDirectoryUnicode(above, u"a", &made);
+            EXPECT_EQ(fs::exists(at(name)), status == 0) << name;
+            EXPECT_EQ(static_cast<bool>(made), status == 0) << name;
+            remove(name);
+        }
+    });
+}
+
 TEST_P(FSRefFaultsTest, FinderInformationIsStoredOrNot)
 {
     FSCatalogInfo info;
