@@ -2,9 +2,11 @@
 
 #include "platform/files/reference_opening.h"
 #include "platform/files/reference_path.h"
+#include "platform/files/rename_by_hand.h"
 #include "platform/strings/utf_conversion.h"
 #include "platform/values/errno_status.h"
 
+#include <cerrno>
 #include <optional>
 
 namespace {
@@ -115,8 +117,11 @@ OSStatus FSRenameUnicode(const FSRef& ref, std::u16string_view name, FSRef* rena
     if (const int problem = checkEntry(folder.get(), oldName, ref.node()->identity()); problem != 0)
         return statusFromErrno(-problem);
     if (*bytes != oldName) {
-        const int problem =
+        int problem =
             NodeSystem::current().renameWithoutReplacing(folder.get(), oldName.c_str(), bytes->c_str());
+        if (problem == -EINVAL || problem == -ENOSYS)
+            problem = platform::renameByHand(
+                platform::TreeSystem::real(), folder.get(), oldName, folder.get(), *bytes);
         if (problem != 0)
             return statusFromErrno(-problem);
         DescriptorPool::shared().setPath(*ref.node(), platform::joined(folderPath, *bytes));

@@ -4,6 +4,7 @@
 #include "platform/files/hidden_name.h"
 #include "platform/files/open_file.h"
 #include "platform/files/remove_tree.h"
+#include "platform/files/rename_by_hand.h"
 
 #include <cerrno>
 
@@ -44,44 +45,13 @@ private:
     const OpenFile<TreeSystem> mFolder;
 };
 
-/// For file systems that cannot rename without replacing.
-int placeFolderByHand(TreeSystem& system, int in, const std::string& name, int to, const std::string& newName)
-{
-    if (const int problem = system.makeFolder(to, newName); problem != 0)
-        return problem;
-    const int problem = system.rename(in, name, to, newName); // over the empty folder
-    if (problem != 0)
-        (void)system.removeFolder(to, newName);
-    return problem;
-}
-
-int placeFileByHand(TreeSystem& system, int in, const std::string& name, int to, const std::string& newName)
-{
-    const int linked = system.link(in, name, to, newName);
-    if (linked == 0) {
-        const int problem = system.removeFile(in, name);
-        if (problem != 0)
-            (void)system.removeFile(to, newName);
-        return problem;
-    }
-    if (linked != -EPERM && linked != -EOPNOTSUPP)
-        return linked;
-    TreeSystem::Status there; // a file system without hard links leaves a gap here
-    const int found = system.status(to, newName, there);
-    return found == 0 ? -EEXIST : found == -ENOENT ? system.rename(in, name, to, newName) : found;
-}
-
 /// Renames; -EEXIST when something is there.
 int placeNew(TreeSystem& system, int in, const std::string& name, int to, const std::string& newName)
 {
     const int renamed = system.renameNew(in, name, to, newName);
     if (renamed != -EINVAL && renamed != -ENOSYS)
         return renamed;
-    TreeSystem::Status status;
-    if (const int problem = system.status(in, name, status); problem != 0)
-        return problem;
-    return status.isFolder() ? placeFolderByHand(system, in, name, to, newName)
-                             : placeFileByHand(system, in, name, to, newName);
+    return renameByHand(system, in, name, to, newName);
 }
 
 int copyToPlace(TreeSystem& system, const Place& from, const Place& to)

@@ -53,6 +53,7 @@ public:
     /// The next entries of a folder, as decodeFolderEntries() reads them; how many bytes, 0 at the end.
     virtual std::ptrdiff_t list(int folder, std::span<std::byte> buffer) = 0;
 
+    /// -EINVAL or -ENOSYS where that cannot be asked for.
     virtual int renameWithoutReplacing(int folder, const char* from, const char* to) = 0;
     virtual int createFile(int folder, const char* name) = 0; ///< -EEXIST when something is there.
     virtual int createFolder(int folder, const char* name) = 0;

@@ -178,8 +178,7 @@ public:
 
     int renameWithoutReplacing(int folder, const char* from, const char* to) override
     {
-        const int result = retried([=] { return renameat2(folder, from, folder, to, RENAME_NOREPLACE); });
-        return result == -EINVAL || result == -ENOSYS ? renameAfterLooking(folder, from, to) : result;
+        return retried([=] { return renameat2(folder, from, folder, to, RENAME_NOREPLACE); });
     }
     int createFile(int folder, const char* name) override
     {
@@ -237,22 +236,6 @@ private:
         target.assign(text, static_cast<std::size_t>(length));
         return 0;
     }
-    /// For file systems that cannot refuse to replace: a file gets its new name before it loses the old one;
-    /// for the rest only a look before the step is left.
-    static int renameAfterLooking(int folder, const char* from, const char* to)
-    {
-        if (linkat(folder, from, folder, to, 0) == 0)
-            return retried([=] { return unlinkat(folder, from, 0); });
-        if (errno == EEXIST)
-            return -EEXIST;
-        struct stat there;
-        if (fstatat(folder, to, &there, AT_SYMLINK_NOFOLLOW) == 0)
-            return -EEXIST;
-        if (errno != ENOENT)
-            return -errno;
-        return retried([=] { return renameat(folder, from, folder, to); });
-    }
-
     std::atomic<bool> mKnowsTelling { true };
     std::atomic<bool> mKnowsFinding { true };
 };

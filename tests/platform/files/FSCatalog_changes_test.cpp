@@ -4,6 +4,7 @@
 #include "tests/platform/files/reference_fixture.h"
 
 #include <cerrno>
+#include <cstring>
 
 namespace fs = std::filesystem;
 using namespace std::string_view_literals;
@@ -173,6 +174,37 @@ TEST_F(FSCatalogChangesTest, NothingIsMadeInWhatIsNoFolder)
     remove("a");
     EXPECT_EQ(FSCreateDirectoryUnicode(gone, u"g", nullptr), -43);
 }
+
+class FSRenameByHandTest : public FSCatalogChangesTest, public testing::WithParamInterface<int> { };
+
+TEST_P(FSRenameByHandTest, RenamesWhereTheSystemCannotRefuseToReplace)
+{
+    folder("a");
+    file("a/below");
+    folder("empty");
+    file("taken", "other");
+    fs::create_symlink("f", at("alias"));
+    const FSRef a = refTo(at("a"));
+    const FSRef f = refTo(file("f"));
+    const FSRef alias = refTo(at("alias"));
+    FaultyNodeSystem system;
+    system.fail(FaultyNodeSystem::Change, GetParam());
+    for (const FSRef& ref : { a, f, alias }) {
+        EXPECT_EQ(FSRenameUnicode(ref, u"taken", nullptr), -48);
+        EXPECT_EQ(FSRenameUnicode(ref, u"empty", nullptr), -48);
+    }
+    EXPECT_EQ(FSRenameUnicode(a, u"b", nullptr), 0);
+    EXPECT_EQ(FSRenameUnicode(f, u"g", nullptr), 0);
+    EXPECT_EQ(FSRenameUnicode(alias, u"link", nullptr), 0);
+    EXPECT_EQ(textOf("b/below"), "text");
+    EXPECT_EQ(textOf("g"), "text");
+    EXPECT_TRUE(fs::is_symlink(at("link")));
+    EXPECT_EQ(textOf("taken"), "other");
+    EXPECT_FALSE(fs::exists(at("a")) || fs::exists(at("f")) || fs::is_symlink(at("alias")));
+}
+
+INSTANTIATE_TEST_SUITE_P(Refusals, FSRenameByHandTest, testing::Values(EINVAL, ENOSYS),
+    [](const auto& refusal) { return std::string(strerrorname_np(refusal.param)); });
 
 TEST_F(FSCatalogChangesTest, TellWhatTheSystemSays)
 {
