@@ -115,7 +115,7 @@ public:
     int attributes(int folder, const char* name, FileAttributes& attributes) override
     {
         struct statx found;
-        const int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | (*name ? 0 : AT_EMPTY_PATH);
+        const int flags = AT_SYMLINK_NOFOLLOW | AT_NO_AUTOMOUNT | itselfFlag(folder, name);
         const unsigned wanted =
             STATX_TYPE | STATX_INO | STATX_NLINK | STATX_SIZE | STATX_MTIME | STATX_BTIME | STATX_MNT_ID;
         const int result = retried([&] { return statx(folder, name, flags, wanted, &found); });
@@ -134,7 +134,7 @@ public:
     }
     int handle(int folder, const char* name, HandlePurpose purpose, FileHandle& handle) override
     {
-        const int flags = *name ? 0 : AT_EMPTY_PATH;
+        const int flags = itselfFlag(folder, name);
         const int special = purpose == HandlePurpose::Telling ? AT_HANDLE_FID : AT_HANDLE_CONNECTABLE;
         auto& isKnown = purpose == HandlePurpose::Telling ? mKnowsTelling : mKnowsFinding;
         if (isKnown.load(std::memory_order_relaxed)) {
@@ -213,6 +213,11 @@ public:
     }
 
 private:
+    /// An empty name without a folder is no name, and not the current folder.
+    static int itselfFlag(int folder, const char* name)
+    {
+        return *name || folder == kNoFolder ? 0 : AT_EMPTY_PATH;
+    }
     static int namedHandle(int folder, const char* name, int flags, FileHandle& handle)
     {
         HandleBuffer buffer;

@@ -158,6 +158,17 @@ TEST_F(FSRefStatusTest, TellsWhatStoodInTheWay)
     EXPECT_EQ(FSGetCatalogInfoBulk(iterator, ref), -36);
 }
 
+TEST_F(FSRefStatusTest, NoNameIsNotTheCurrentFolder)
+{
+    auto& system = platform::NodeSystem::running();
+    platform::FileAttributes attributes;
+    EXPECT_EQ(system.attributes(platform::NodeSystem::kNoFolder, "", attributes), -ENOENT);
+    platform::FileHandle handle;
+    EXPECT_EQ(system.handle(
+                  platform::NodeSystem::kNoFolder, "", platform::NodeSystem::HandlePurpose::Telling, handle),
+        -ENOENT);
+}
+
 TEST_F(FSRefStatusTest, DoesWithoutTheCallThatToldItOfLinks)
 {
     const std::string path = file("f");
