@@ -15,5 +15,6 @@ NS_EXPORT OSStatus FSNewAlias(const FSRef& target, NSRef<NSData>& record);
 /// It is looked for at its path; with the help of the system, where the process may pass any folder;
 /// on its volume from its old folder outward, for a limited time; and when it is nowhere, what has replaced
 /// it counts: an object of the same kind at the very path, as is left by a program that saves to a new file.
-/// -43 when there is nothing of all this, -50 for bytes that are no record, and for null.
+/// -43 when there is nothing of all this, another status when the system does not let it look (-5000), -50
+/// for bytes that are no record, and for null.
 NS_EXPORT OSStatus FSResolveAlias(const NSRef<NSData>& record, FSRef& target);

@@ -80,7 +80,9 @@ public:
             found = std::move(there); // a program saved to a new file, and put it in place of the old
             return 0;
         }
-        return problem == 0 ? -ENOENT : problem;
+        // A file, or a loop of links, where a folder was is as good as nothing.
+        const bool isNothing = problem == 0 || problem == -ENOTDIR || problem == -ELOOP;
+        return isNothing ? -ENOENT : problem;
     }
 
 private:

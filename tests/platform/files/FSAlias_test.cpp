@@ -163,6 +163,18 @@ TEST_F(FSAliasTest, IsNotMadeOfWhatIsGone)
     EXPECT_FALSE(record);
 }
 
+TEST_F(FSAliasTest, WhatIsBelowAFileOrALoopNowIsNotThere)
+{
+    folder("a");
+    const auto record = aliasOf(file("a/f"));
+    remove("a");
+    file("a");
+    EXPECT_EQ(resolved(record), "(-43)");
+    remove("a");
+    fs::create_symlink("a", at("a"));
+    EXPECT_EQ(resolved(record), "(-43)");
+}
+
 TEST_F(FSAliasTest, BytesThatAreNoRecordGiveAStatus)
 {
     FSRef target;
