@@ -65,7 +65,8 @@ NS_EXPORT OSStatus FSGetCatalogInfo(const FSRef& ref, FSCatalogInfoBitmap which,
     FSSpec* spec = nullptr, FSRef* parent = nullptr);
 
 /// Stores what `which` tells, of which only Finder information can be set (-50 for others). All zero removes
-/// it. -5000 without the right to write, and for what carries no such attributes: symbolic links, devices.
+/// it, or hides what a file server has stored. -5000 without the right to write, and for what carries no such
+/// attributes: symbolic links, devices.
 NS_EXPORT OSStatus FSSetCatalogInfo(const FSRef& ref, FSCatalogInfoBitmap which, const FSCatalogInfo& info);
 
 /// Renames the object within its folder; `renamed`, which may be null and may be `ref`, refers to it under

@@ -44,6 +44,12 @@ std::optional<FinderBytes> decoded(const char* object, const char* attribute, co
     return decode(std::span<const std::byte>(value).first(static_cast<std::size_t>(length)));
 }
 
+std::optional<FinderBytes> readOthers(const char* object)
+{
+    const auto found = decoded(object, kAppleDouble, finderBytesOfAppleDouble);
+    return found ? found : decoded(object, kAfpInfo, finderBytesOfAfpInfo);
+}
+
 int readOwn(const char* object, FinderBytes& bytes, bool& isThere)
 {
     const std::ptrdiff_t length = NodeSystem::current().readAttribute(object, kOwn, bytes);
@@ -67,10 +73,7 @@ int readFinderBytes(ReferenceNode& node, FinderBytes& bytes)
     bool isThere = false;
     if (const int problem = readOwn(object.name(), bytes, isThere); problem != 0 || isThere)
         return problem;
-    auto found = decoded(object.name(), kAppleDouble, finderBytesOfAppleDouble);
-    if (!found)
-        found = decoded(object.name(), kAfpInfo, finderBytesOfAfpInfo);
-    bytes = found.value_or(FinderBytes {});
+    bytes = readOthers(object.name()).value_or(FinderBytes {});
     return 0;
 }
 
@@ -87,7 +90,8 @@ int writeFinderInfo(ReferenceNode& node, const FileInfo& info)
     if (const int problem = readOwn(object.name(), bytes, isThere); problem != 0)
         return problem;
     store(info, bytes);
-    if (bytes != FinderBytes {})
+    // Nothing is stored as well where others would be read in its place.
+    if (bytes != FinderBytes {} || readOthers(object.name()))
         return system.writeAttribute(object.name(), kOwn, bytes);
     const int problem = system.removeAttribute(object.name(), kOwn);
     return isAbsence(problem) ? 0 : problem;

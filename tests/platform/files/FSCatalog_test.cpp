@@ -127,6 +127,18 @@ TEST_F(FSCatalogTest, WhatAFileServerStoredIsReadWhereTheOwnAttributeIsMissing)
     EXPECT_EQ(infoOf(ref), kInfo);
 }
 
+TEST_F(FSCatalogTest, AllZeroHidesWhatAFileServerStored)
+{
+    const FSRef ref = refTo(file("f"));
+    if (!canStore("f"))
+        GTEST_SKIP() << "no extended attributes here";
+    const std::string afp = std::string("AFP\0", 4) + std::string(12, '\0') + "TEXT" + std::string(40, '\0');
+    setxattr(at("f").c_str(), "user.DosStream.AFP_AfpInfo:$DATA", afp.data(), afp.size(), 0);
+    EXPECT_EQ(setInfo(ref, FileInfo()), 0);
+    EXPECT_EQ(infoOf(ref), FileInfo());
+    EXPECT_EQ(attribute("f", kOwn), std::string(32, '\0'));
+}
+
 TEST_F(FSCatalogTest, LinksCarryNoneAndAreNotFollowed)
 {
     file("f");
