@@ -65,6 +65,9 @@ bool LUMFileRef::setUpWithURL(const NSRef<NSURL>& url, NSRef<NSError>* error)
     if (url && url->isFileURL())
         return setUpWithPath(url->path(), true, error);
     // Deliberate: the object, which names nothing, is handed out all the same. Callers test the error.
+    mFileRef = {};
+    mAliasRef = {};
+    mWasAliased = false;
     fail(error, lum::kStatusNoFileURL);
     return true;
 }

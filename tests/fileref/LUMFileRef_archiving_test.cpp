@@ -131,6 +131,18 @@ TEST_F(LUMFileRefArchivingTest, DeliberatelyAUrlWithoutRecordAndReferenceGivesAH
     EXPECT_EQ(pathOf(fileRef), "(null)");
 }
 
+TEST_F(LUMFileRefArchivingTest, AHandleOnNothingHasNothingOfALinkThatDangles)
+{
+    file("f");
+    link("alias", "f");
+    const auto coder = archived(linkHandle("alias"));
+    coder->drop("NSURLREFERENCE_KEY");
+    remove("f");
+    const auto fileRef = LUMFileRef::initWithCoder(*coder);
+    ASSERT_TRUE(fileRef);
+    EXPECT_FALSE(*fileRef->fsRef());
+}
+
 TEST_F(LUMFileRefArchivingTest, AKeyedArchiveBringsBackEachHandleOfAList)
 {
     file("f");
