@@ -65,7 +65,8 @@ private:
 /// at the end do not count. `ref` is untouched on failure. About 4 system calls.
 NS_EXPORT OSStatus FSPathMakeRef(const std::string& path, FSRef& ref);
 
-/// The absolute path, free of symbolic links, at which the object is now. -43 when it is gone: it was
+/// The absolute path at which the object is now, free of symbolic links unless one was put in the place of a
+/// folder that moved. -43 when it is gone: it was
 /// removed, is not reachable by any path, or could not be found. The path was seen to lead to the object
 /// during the call. One system call while the object is held and has not moved; a search ends after
 /// 200,000 entries, or after 50 ms when the hundred nearest folders have been read.
