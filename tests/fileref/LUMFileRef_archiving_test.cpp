@@ -74,6 +74,15 @@ TEST_F(LUMFileRefArchivingTest, AnObjectThatIsGoneWritesNothing)
     EXPECT_EQ(archived(LUMFileRef::initWithURL(nullptr))->order, "");
 }
 
+TEST_F(LUMFileRefArchivingTest, AnObjectWhosePathIsNoTextWritesItsRecordAlone)
+{
+    const auto fileRef = LUMFileRef::fileRefWithFSRef(refTo(file("\xFF\xFE")));
+    EXPECT_FALSE(fileRef->path());
+    const auto coder = archived(fileRef);
+    EXPECT_EQ(coder->order, "LUMFILEREF_ALIASDATA_KEY ");
+    EXPECT_TRUE(fileRef->isEqual(LUMFileRef::initWithCoder(*coder)));
+}
+
 TEST_F(LUMFileRefArchivingTest, AnArchiveWithoutAKeyGivesNull)
 {
     EXPECT_FALSE(LUMFileRef::initWithCoder(*NSMake<KeepingCoder>()));
@@ -181,6 +190,16 @@ TEST_F(LUMFileRefArchivingTest, ACopyIsAHandleOfItsOwnOnTheSameObject)
     EXPECT_EQ(pathOf(fileRef), at("g"));
     remove("g");
     EXPECT_FALSE(fileRef->copy());
+}
+
+// Deliberate: every step of reading an archive follows links.
+TEST_F(LUMFileRefArchivingTest, DeliberatelyTheCopyOfAHandleOnALinkIsOnItsTarget)
+{
+    file("f");
+    link("alias", "f");
+    const auto copy = NSCast<LUMFileRef>(linkHandle("alias")->copy());
+    EXPECT_EQ(pathOf(copy), at("f"));
+    EXPECT_EQ(pathOf(copy->aliasFileRef()), at("alias"));
 }
 
 TEST_F(LUMFileRefArchivingTest, AliasDataLeadsBack)

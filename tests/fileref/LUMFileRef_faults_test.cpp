@@ -42,7 +42,7 @@ TEST_P(LUMFileRefFaultsTest, NothingButTheTruthIsTold)
 }
 
 INSTANTIATE_TEST_SUITE_P(Faults, LUMFileRefFaultsTest,
-    testing::Values(EMFILE, ENFILE, EIO, EACCES, ENOENT, ENOMEM),
+    testing::Values(ENOSPC, EIO, EROFS, EACCES, EXDEV, EMFILE, ENFILE, ENOENT, ENOMEM),
     [](const auto& fault) { return std::string(strerrorname_np(fault.param)); });
 
 }

@@ -105,6 +105,8 @@ TEST_F(LUMFileRefMakersTest, AReferenceGivesAHandle)
     EXPECT_EQ(pathOf(LUMFileRef::initWithFSRefResolveAlias(ref, false)), at("alias"));
     EXPECT_FALSE(LUMFileRef::fileRefWithFSRef(FSRef(), &mError));
     EXPECT_EQ(codeOf(mError), -43);
+    EXPECT_EQ(pathOf(LUMFileRef::fileRefWithFSRefResolveAlias(FSRef(), false, &mError)), "(null)");
+    EXPECT_FALSE(mError);
 }
 
 TEST_F(LUMFileRefMakersTest, AFileUrlGivesAHandleOnItsPath)

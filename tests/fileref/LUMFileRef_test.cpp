@@ -5,7 +5,10 @@
 #include "LUMPlatform/NSFileAttributes.h"
 #include "LUMPlatform/NSNumber.h"
 #include "LUMPlatform/NSSend.h"
+#include "tests/platform/files/faulty_node_system.h"
+#include "tests/platform/files/mounted_file_system.h"
 
+#include <cerrno>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <thread>
@@ -111,12 +114,26 @@ TEST_F(LUMFileRefTest, DeliberatelyHashesOfTwoFilesOnOneVolumeAreEqual)
 TEST_F(LUMFileRefTest, AHashIsLookedUpOnce)
 {
     file("f");
-    const auto known = handle("f");
-    const auto unknown = handle("f");
-    const NSUInteger hash = known->hash();
+    const auto fileRef = handle("f");
+    const NSUInteger hash = fileRef->hash();
+    EXPECT_NE(hash, 0u);
     remove("f");
-    EXPECT_EQ(unknown->hash(), 0u);
-    EXPECT_EQ(known->hash(), hash);
+    EXPECT_EQ(fileRef->hash(), hash);
+}
+
+// Deliberate: also the hash of an object that could not be looked at stays.
+TEST_F(LUMFileRefTest, DeliberatelyAHashThatCouldNotBeLookedUpStaysZero)
+{
+    file("f");
+    const auto fileRef = handle("f");
+    FSReleaseDescriptors();
+    rename("f", "g");
+    {
+        FaultyNodeSystem system;
+        system.fail(FaultyNodeSystem::All, EIO);
+        EXPECT_EQ(fileRef->hash(), 0u);
+    }
+    EXPECT_EQ(fileRef->hash(), 0u);
 }
 
 TEST_F(LUMFileRefTest, NamesComeFromThePath)
@@ -158,7 +175,8 @@ TEST_F(LUMFileRefTest, AnObjectThatIsGoneHasNoPathAndWhatComesFromIt)
     EXPECT_FALSE(fileRef->isInTrash());
 }
 
-TEST_F(LUMFileRefTest, ADescriptionHasClassAddressAndPath)
+// Deliberate: the second colon comes from two texts that are put together.
+TEST_F(LUMFileRefTest, DeliberatelyADescriptionHasTwoColonsBeforeAddressAndPath)
 {
     file("f");
     const auto fileRef = handle("f");
@@ -241,6 +259,22 @@ TEST_F(LUMFileRefTest, OnlyWhatLiesDirectlyInATrashFolderIsInTheTrash)
     EXPECT_FALSE(LUMFileRef::fileRefWithPath((ownHome.trash() / "a/f").string())->isInTrash());
     EXPECT_FALSE(LUMFileRef::fileRefWithPath(ownHome.trash().string())->isInTrash());
     EXPECT_FALSE(here()->isInTrash());
+}
+
+TEST_F(LUMFileRefTest, WhatLiesInTheTrashOfAnotherVolumeIsInTheTrash)
+{
+    const auto system = MountedFileSystem::find("overlay");
+    if (!system)
+        GTEST_SKIP() << "no overlay here";
+    const fs::path trash = system->top() / (".Trash-" + std::to_string(getuid())) / "files";
+    fs::create_directories(trash / "a");
+    fs::create_directories(system->top() / "files");
+    for (const fs::path& path : { trash / "f", trash / "a/f", system->top() / "files/f" })
+        std::ofstream(path) << "text";
+    EXPECT_TRUE(LUMFileRef::fileRefWithPath((trash / "f").string())->isInTrash());
+    EXPECT_FALSE(LUMFileRef::fileRefWithPath((trash / "a/f").string())->isInTrash());
+    EXPECT_FALSE(LUMFileRef::fileRefWithPath((system->top() / "files/f").string())->isInTrash());
+    FSReleaseDescriptors();
 }
 
 TEST_F(LUMFileRefTest, TheLockIsForCallersAndNotRecursive)

@@ -1,7 +1,9 @@
 // Every system call under a reference fails once, in every way.
+#include "LUMPlatform/FSAlias.h"
 #include "LUMPlatform/FSCatalog.h"
 #include "LUMPlatform/FSIterator.h"
 
+#include "LUMPlatform/NSData.h"
 #include "tests/platform/files/faulty_node_system.h"
 #include "tests/platform/files/reference_fixture.h"
 
@@ -16,6 +18,13 @@ class FSRefFaultsTest : public ReferenceTest, public testing::WithParamInterface
 protected:
     ~FSRefFaultsTest() override { FSReleaseDescriptors(); }
 
+    /// A reference, or none when there was a fault.
+    static FSRef refToMaybe(const std::string& path)
+    {
+        FSRef ref;
+        (void)FSPathMakeRef(path, ref);
+        return ref;
+    }
     /// Repeats `act` with one more call going well each time, until none fails. `act` gets a fresh folder.
     template<typename Act> void forEachCall(unsigned calls, const Act& act)
     {
@@ -122,6 +131,40 @@ TEST_P(FSRefFaultsTest, AChildIsMadeOrNot)
     });
 }
 
+TEST_P(FSRefFaultsTest, ARecordLeadsToItsObjectOrNowhere)
+{
+    folder("a");
+    file("f");
+    NSRef<NSData> whole;
+    ASSERT_EQ(FSNewAlias(refTo(at("f")), whole), 0);
+    rename("f", "a/g");
+    forEachCall(FaultyNodeSystem::All, [&](int) {
+        NSRef<NSData> record;
+        const FSRef object = refToMaybe(at("a/g"));
+        const bool isDescribed = FSNewAlias(object, record) == 0;
+        EXPECT_EQ(isDescribed, record != nullptr);
+        FSRef found;
+        if (FSResolveAlias(record ? record : whole, found) == 0) {
+            std::string path;
+            EXPECT_TRUE(FSRefMakePath(found, path) != 0 || path == at("a/g")) << path;
+        }
+    });
+}
+
+TEST_P(FSRefFaultsTest, WhatIsInTheTrashIsToldOrNot)
+{
+    const FSRef ref = refTo(file("f"));
+    forEachCall(FaultyNodeSystem::All, [&](int) {
+        FSCatalogInfo info;
+        FSRef parent;
+        std::vector<FSRef> folders;
+        if (FSGetCatalogInfo(ref, kFSCatInfoVolume, &info, nullptr, &parent) == 0)
+            (void)FSFindFolder(info.volume, kTrashFolderType, folders);
+        for (const FSRef& folder : folders)
+            EXPECT_NE(FSCompareFSRefs(folder, parent), 0);
+    });
+}
+
 TEST_P(FSRefFaultsTest, FinderInformationIsStoredOrNot)
 {
     FSCatalogInfo info;
@@ -136,7 +179,8 @@ TEST_P(FSRefFaultsTest, FinderInformationIsStoredOrNot)
 }
 
 INSTANTIATE_TEST_SUITE_P(Faults, FSRefFaultsTest,
-    testing::Values(EMFILE, ENFILE, EIO, EACCES, ENOENT, ENOSYS, EINVAL, ENOMEM, ESTALE),
+    testing::Values(
+        ENOSPC, EIO, EROFS, EACCES, EXDEV, EMFILE, ENFILE, ENOENT, ENOSYS, EINVAL, ENOMEM, ESTALE),
     [](const auto& fault) { return std::string(strerrorname_np(fault.param)); });
 
 class FSRefStatusTest : public ReferenceTest { };
