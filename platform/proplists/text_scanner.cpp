@@ -106,8 +106,10 @@ std::u16string TextScanner::quoted(char16_t quote)
 {
     std::u16string string;
     for (;;) {
-        const std::size_t stop = std::min(mText.find(quote, mAt), mText.find(u'\\', mAt));
-        if (stop == std::u16string_view::npos)
+        std::size_t stop = mAt; // of the two, the one that comes first: the other may be far behind
+        while (stop < mText.size() && mText[stop] != quote && mText[stop] != '\\')
+            ++stop;
+        if (stop == mText.size())
             fault("a quoted string has no end");
         string += mText.substr(mAt, stop - mAt);
         mAt = stop + 1;

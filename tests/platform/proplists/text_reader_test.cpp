@@ -87,6 +87,20 @@ TEST_F(TextReaderTest, ReadsUtf16InBothByteOrders)
         "the text in UTF-16 ends in half a character.");
 }
 
+/// Each of these takes hours when a quoted string looks for what is not in it.
+TEST_F(TextReaderTest, ReadsManyStringsAndEscapesInTimeLinearInTheBytes)
+{
+    constexpr std::size_t kMany = 1 << 19;
+    std::string strings = "(";
+    for (std::size_t at = 0; at < kMany; ++at)
+        strings += "\"a\",";
+    EXPECT_EQ(NSCast<NSArray>(readPropertyList(strings + ")"))->count(), kMany);
+    std::string escapes;
+    for (std::size_t at = 0; at < kMany; ++at)
+        escapes += "\\n";
+    EXPECT_EQ(NSCast<NSString>(readPropertyList('"' + escapes + '"'))->length(), kMany);
+}
+
 TEST_F(TextReaderTest, KeepsToItsLimits)
 {
     NSDecodingLimits limits;
