@@ -10,9 +10,15 @@
 namespace platform {
 namespace {
 
-/// Equal texts and data stand in an archive once, and each object that takes one may copy it. This much is
-/// shared by that in no honest archive, and is not too much for a hostile one.
-constexpr std::uint64_t kMostShared = std::uint64_t { 1 } << 28;
+/// Equal texts and data stand in an archive once, and each object that takes one may copy it. No honest
+/// archive shares this much by that, whose every object has some bytes of its own, and it is not too much for
+/// a hostile one.
+std::uint64_t mostTakenFrom(std::size_t archiveSize)
+{
+    constexpr std::uint64_t kTimes = 16;
+    constexpr std::uint64_t kBesides = std::uint64_t { 1 } << 28;
+    return archiveSize * kTimes + kBesides;
+}
 
 constexpr std::uint64_t kTopNumber = ~std::uint64_t { 0 }; // the top decodes itself, but is no object
 
@@ -42,7 +48,7 @@ KeyedDecoder::KeyedDecoder(std::unique_ptr<KeyedArchive> archive, const NSDecodi
     , mLimits(limits)
     , mKnown(mObjects.count())
     , mCurrent { mArchive->top(), kTopNumber }
-    , mTakeable(mArchive->size() + kMostShared)
+    , mTakeable(mostTakenFrom(mArchive->size()))
 {
 }
 

@@ -210,7 +210,7 @@ TEST_F(KeyedGraphsTest, RaiseWhenTheyTakeTheSameBytesTooOften)
     auto raised = [](const NSRef<NSData>& archive) {
         return nameRaisedBy([&] { return NSKeyedUnarchiver::unarchiveObjectWithData(archive); });
     };
-    for (std::uint32_t count : { 250u, 260u }) {
+    for (std::uint32_t count : { 250u, 300u }) {
         const std::string expected = count == 250 ? "" : kUnarchive;
         EXPECT_EQ(raised(archiveOfSharers(count, "Taker", "b", data)), expected) << "bytes";
         EXPECT_EQ(raised(archiveOfSharers(count, "Taker", "t", text)), expected) << "a text";
