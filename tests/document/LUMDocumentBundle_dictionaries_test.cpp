@@ -1,5 +1,4 @@
 #include "LUMPlatform/NSNull.h"
-#include "LUMPlatform/NSPropertyListSerialization.h"
 #include "tests/document/bundle_fixture.h"
 
 namespace {

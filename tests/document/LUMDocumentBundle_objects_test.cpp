@@ -1,6 +1,4 @@
 #include "LUMPlatform/NSClass.h"
-#include "LUMPlatform/NSCoder.h"
-#include "LUMPlatform/NSCoding.h"
 #include "LUMPlatform/NSKeyedArchiver.h"
 #include "LUMPlatform/NSKeyedUnarchiver.h"
 #include "LUMPlatform/NSKeyedUnarchiverDelegate.h"

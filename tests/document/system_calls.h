@@ -3,7 +3,9 @@
 #include "tests/document/traced_child.h"
 
 #include <fcntl.h>
+#include <functional>
 #include <gtest/gtest.h>
+#include <string>
 #include <sys/syscall.h>
 #include <vector>
 
