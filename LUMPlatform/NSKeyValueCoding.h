@@ -24,8 +24,9 @@ namespace NSKeyValueCoding {
 /// the key with its first letter in upper case. Numbers and truth values come as NSNumber. A method that
 /// returns nothing gives null and is not called, so that a key from a file cannot change what it is asked of.
 ///
-/// Raises NSUndefinedKeyException when nothing answers to the key, for a null or empty key of anything but a
-/// dictionary, and for arrays inside each other beyond 1,000 levels. Threads: those of the object.
+/// When nothing answers to the key, as for a null or empty key of anything but a dictionary, the object is
+/// sent valueForUndefinedKey:, which raises NSUndefinedKeyException unless its class answers otherwise.
+/// Arrays inside each other beyond 1,000 levels raise it, too. Threads: those of the object.
 ///
 /// Selector: valueForKey:
 NS_EXPORT NSId valueForKey(const NSId& object, const NSRef<NSString>& key);

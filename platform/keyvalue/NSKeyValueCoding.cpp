@@ -13,19 +13,20 @@ constexpr NSStringConstant NSUndefinedKeyException("NSUnknownKeyException");
 
 namespace {
 
-[[noreturn]] void raiseUndefined(const NSObject& object, const NSRef<NSString>& key)
+NSId valueForUndefinedKey(const NSId& object, const NSRef<NSString>& key)
 {
     throw NSException(NSUndefinedKeyException,
         NSString::stringWithFormat(
-            "an object of class %@ has no value for the key \"%@\"", std::string(object.isa().name()), key));
+            "an object of class %@ has no value for the key \"%@\"", std::string(object->isa().name()), key));
 }
 
 NSId valueOfObject(const NSId& object, const NSRef<NSString>& key)
 {
     NSId value;
-    if (!key || !platform::valueByMethod(*object, key->utf8(), value))
-        raiseUndefined(*object, key);
-    return value;
+    if (key && platform::valueByMethod(*object, key->utf8(), value))
+        return value;
+    static const NSSelector undefined("valueForUndefinedKey:");
+    return NSSend<NSId>(object, undefined, key);
 }
 
 bool isOfCollectionItself(const NSRef<NSString>& key)
@@ -46,7 +47,7 @@ NSId valuesInArray(const NSRef<NSArray>& array, const NSRef<NSString>& key)
         return valueOfObject(array, key->substringFromIndex(1));
     static thread_local NSUInteger tDepth = 0;
     if (tDepth >= NSDecodingLimits().depth) // one that holds itself, for instance
-        raiseUndefined(*array, key);
+        return valueForUndefinedKey(array, key);
     struct Level {
         Level() { ++tDepth; }
         ~Level() { --tDepth; }
@@ -68,6 +69,7 @@ constexpr NSMethod kRootMethods[] = {
     NSMethodOf<"self", &itself>(),
     NSMethodOf<"valueForKey:", &valueOfObject>(),
     NSMethodOf<"valueForKeyPath:", &NSKeyValueCoding::valueForKeyPath>(),
+    NSMethodOf<"valueForUndefinedKey:", &valueForUndefinedKey>(),
 };
 constexpr NSMethod kDictionaryMethods[] = { NSMethodOf<"valueForKey:", &valueInDictionary>() };
 constexpr NSMethod kArrayMethods[] = { NSMethodOf<"valueForKey:", &valuesInArray>() };
