@@ -41,6 +41,11 @@ Element elementNamed(std::string_view name)
     throw PropertyListFault("there is no element <" + std::string(name.substr(0, 40)) + ">");
 }
 
+bool isXmlSpace(std::byte byte)
+{
+    return std::string_view(" \t\r\n").find(std::to_integer<char>(byte)) != std::string_view::npos;
+}
+
 /// Turns the events of expat into objects. Entities of the document's own are refused where they are
 /// declared, so none is ever expanded, and nothing outside the document is read.
 class Reader {
@@ -60,7 +65,7 @@ public:
     {
         // XML allows nothing in front of its declaration, but texts in programs often begin with an empty
         // line.
-        for (; !bytes.empty() && isSpace(bytes[0]); bytes = bytes.subspan(1))
+        for (; !bytes.empty() && isXmlSpace(bytes[0]); bytes = bytes.subspan(1))
             mLinesBefore += bytes[0] == std::byte { '\n' };
         constexpr std::size_t kAtOnce = std::size_t { 1 } << 28; // expat counts in int
         bool isLast = false;
@@ -83,11 +88,6 @@ private:
     struct Free {
         void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
     };
-
-    static bool isSpace(std::byte byte)
-    {
-        return std::string_view(" \t\r\n").find(std::to_integer<char>(byte)) != std::string_view::npos;
-    }
 
     std::string line() const
     {
@@ -213,15 +213,13 @@ bool isXmlPropertyList(std::span<const std::byte> bytes)
     // Only what is ASCII counts, so one unit of UTF-16 is a character and a zero.
     const auto byte = [&](std::size_t at) { return std::to_integer<unsigned char>(bytes[at]); };
     constexpr std::size_t kLooksAt = 256;
-    std::string start;
+    std::string start; // from the first character that is no white space
     for (std::size_t at = 0; at < bytes.size() && start.size() < kLooksAt; ++at)
-        if (byte(at) != 0 && byte(at) < 0x80)
+        if (byte(at) != 0 && byte(at) < 0x80 && !(start.empty() && isXmlSpace(bytes[at])))
             start.push_back(static_cast<char>(byte(at)));
-    constexpr const char* kSpace = " \t\n\r";
-    const std::size_t open = start.find_first_not_of(kSpace);
-    if (open == std::string::npos || start[open] != '<')
+    if (!start.starts_with('<'))
         return false;
-    const std::size_t stop = start.find_first_not_of("0123456789abcdefABCDEF \t\n\r", open + 1);
+    const std::size_t stop = start.find_first_not_of("0123456789abcdefABCDEF \t\n\r", 1);
     return stop != std::string::npos && start[stop] != '>';
 }
 

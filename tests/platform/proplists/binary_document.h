@@ -3,9 +3,7 @@
 #include "LUMPlatform/NSData.h"
 #include "platform/proplists/binary_format.h"
 
-#include <initializer_list>
 #include <string>
-#include <string_view>
 #include <vector>
 
 /// A binary property list put together by hand, with every part of the trailer free to lie.

@@ -123,6 +123,11 @@ TEST_F(XmlReaderTest, PassesOverWhiteSpaceInFrontOfTheDeclaration)
         faultOfPropertyList(before + "<plist><none/></plist>"), "there is no element <none> on line 4.");
 }
 
+TEST_F(XmlReaderTest, IsKnownBehindAnyAmountOfWhiteSpace)
+{
+    EXPECT_THAT(readPropertyList(std::string(1000, '\n') + "<true/>"), Equals(true));
+}
+
 TEST_F(XmlReaderTest, ReadsUtf16)
 {
     std::string bytes("\xfe\xff", 2);
