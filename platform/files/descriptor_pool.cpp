@@ -139,6 +139,18 @@ std::vector<std::string> DescriptorPool::guesses(std::string_view path)
     return mMoves.guesses(path);
 }
 
+std::shared_ptr<const MissedSearch> DescriptorPool::lastMiss()
+{
+    MutexLock held(mLock);
+    return mLastMiss;
+}
+
+void DescriptorPool::setLastMiss(std::shared_ptr<const MissedSearch> miss)
+{
+    MutexLock held(mLock);
+    mLastMiss.swap(miss); // the one before ends outside the lock
+}
+
 bool DescriptorPool::hasMissed(const ReferenceNode& node, std::int64_t folderModified, std::int64_t now)
 {
     MutexLock held(mLock);
@@ -171,6 +183,7 @@ void DescriptorPool::releaseAll()
         MutexLock held(mLock);
         closing = evictBeyond(0);
         mBudget = budgetOfProcess();
+        mLastMiss = nullptr;
     }
     closeAll(closing);
 }

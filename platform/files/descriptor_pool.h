@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/files/missed_search.h"
 #include "platform/files/node_system.h"
 #include "platform/files/path_moves.h"
 #include "platform/files/reference_node.h"
@@ -73,6 +74,9 @@ public:
     void setPath(ReferenceNode& node, std::string_view path);
     /// Where an object that was at `path` may be, going by where others were found.
     std::vector<std::string> guesses(std::string_view path);
+    /// The last search that found nothing; null when there was none since descriptors were released.
+    std::shared_ptr<const MissedSearch> lastMiss();
+    void setLastMiss(std::shared_ptr<const MissedSearch> miss);
 
     /// Whether a search failed a moment ago, and nothing has changed since in the folder it began in.
     bool hasMissed(const ReferenceNode& node, std::int64_t folderModified, std::int64_t now);
@@ -89,7 +93,8 @@ public:
     }
     /// Halves the budget and closes what is beyond it; false when there is nothing left to close.
     bool makeRoom();
-    /// Closes all that nobody is using, and takes the budget from the limit of the process anew.
+    /// Closes all that nobody is using, forgets what searches came by, and takes the budget from the limit of
+    /// the process anew.
     void releaseAll();
 
     std::size_t budget();
@@ -123,6 +128,7 @@ private:
     std::size_t mHeld NS_GUARDED_BY(mLock) = 0;
     std::size_t mBudget NS_GUARDED_BY(mLock);
     PathMoves mMoves NS_GUARDED_BY(mLock);
+    std::shared_ptr<const MissedSearch> mLastMiss NS_GUARDED_BY(mLock);
 };
 
 }

@@ -4,7 +4,9 @@
 #include "platform/files/folder_entries.h"
 #include "platform/files/reference_opening.h"
 
+#include <algorithm>
 #include <deque>
+#include <memory>
 #include <optional>
 
 namespace platform {
@@ -16,9 +18,17 @@ using Clock = std::chrono::steady_clock;
 class Search {
 public:
     Search(const FileIdentity& sought, SearchLimits limits)
-        : mSought(sought), mEntriesLeft(limits.entries), mEnd(Clock::now() + limits.time)
+        : mSought(sought)
+        , mEntriesLeft(limits.entries)
+        , mEnd(Clock::now() + limits.time)
+        , mCanMiss(limits.mayTrustTheLast && !sought.isLayered && sought.kind != FileKind::Folder)
     {
     }
+
+    /// Begins in an open folder; false when it is known that nothing would be found from there.
+    bool begin(const std::string& path, int folder);
+    /// Notes for other searches that this one has found nothing.
+    void miss();
 
     const std::string& found() const { return mFound; }
     bool isOver() const
@@ -60,7 +70,33 @@ private:
     std::size_t mFoldersRead = 0;
     const Clock::time_point mEnd;
     std::string mFound;
+    const bool mCanMiss; // whether entries are all listed under the numbers they have
+    MissedSearch mMissed;
 };
+
+bool Search::begin(const std::string& path, int folder)
+{
+    FileAttributes attributes;
+    if (!mCanMiss || mSystem.attributes(folder, "", attributes) != 0)
+        return true;
+    mMissed.from = path;
+    mMissed.volume = mSought.volume;
+    mMissed.modified = attributes.modified;
+    mMissed.at = Clock::now().time_since_epoch().count();
+    const auto last = DescriptorPool::shared().lastMiss();
+    return !last || !last->tells(path, mSought.volume, attributes.modified, mMissed.at, mSought.inode);
+}
+
+void Search::miss()
+{
+    // Within a tick of the clock of its file system a folder may change twice and have one time.
+    constexpr std::int64_t kTick = 20'000'000;
+    const std::int64_t today = std::chrono::system_clock::now().time_since_epoch().count();
+    if (mMissed.from.empty() || today - mMissed.modified < kTick)
+        return;
+    std::ranges::sort(mMissed.inodes);
+    DescriptorPool::shared().setLastMiss(std::make_shared<const MissedSearch>(std::move(mMissed)));
+}
 
 bool Search::isSought(int folder, const char* name) const
 {
@@ -119,6 +155,8 @@ void Search::lookThrough(const std::string& path, std::deque<std::string>& folde
     FolderEntry entry;
     while (!isOver() && reader.next(entry) > 0) {
         --mEntriesLeft;
+        if (mCanMiss)
+            mMissed.inodes.push_back(entry.inode);
         if (mayBeSought(entry, areNumbersTrue) && isSought(reader.folder(), entry.name.data())) {
             mFound = joined(path, entry.name);
             return;
@@ -175,7 +213,10 @@ int searchObject(const FileIdentity& sought, const std::string& lastPath,
             break; // the volume ends here, or is no longer mounted
         if (!folder)
             continue;
+        const bool isWorthIt = !searched.empty() || search.begin(folderPath, *folder);
         NodeSystem::current().close(*folder);
+        if (!isWorthIt)
+            return -ENOENT;
         if (searched.empty() && level > 0 && level <= ancestors.size()) {
             const std::string renamed = search.folderNumbered(ancestors[level - 1], folderPath);
             if (!renamed.empty() && !search.look(renamed + lastPath.substr(below.size())))
@@ -185,8 +226,10 @@ int searchObject(const FileIdentity& sought, const std::string& lastPath,
             search.lookBelow(folderPath, searched);
         searched = folderPath;
     }
-    if (search.found().empty())
+    if (search.found().empty()) {
+        search.miss();
         return -ENOENT;
+    }
     found = search.found();
     return 0;
 }

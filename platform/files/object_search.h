@@ -10,10 +10,12 @@ namespace platform {
 struct SearchLimits {
     std::size_t entries;
     std::chrono::milliseconds time; ///< Does not count for the hundred nearest folders.
+    bool mayTrustTheLast =
+        false; ///< What the last search did not come by is not looked for again; see MissedSearch.
 };
 
 /// For what an accessor does on the way. The entries of one large folder must fit in.
-inline constexpr SearchLimits kGlance { 200'000, std::chrono::milliseconds(50) };
+inline constexpr SearchLimits kGlance { 200'000, std::chrono::milliseconds(50), true };
 /// For what somebody asked for.
 inline constexpr SearchLimits kSearch { 200'000, std::chrono::milliseconds(250) };
 

@@ -309,6 +309,66 @@ TEST_F(FSRefLimitsTest, NothingIsSearchedForThatIsKnownToBeGone)
     EXPECT_FALSE(system.hasFailed());
 }
 
+/// References to files of one folder, which nothing holds. The folder above has not changed for long.
+class FSRefMissingTest : public FSRefLimitsTest {
+protected:
+    FSRefMissingTest()
+    {
+        folder("a/b");
+        for (int i = 0; i < 2; ++i)
+            refs.push_back(refTo(file("a/b/" + std::to_string(i))));
+        FSReleaseDescriptors();
+    }
+    void age(const std::string& name) const
+    {
+        fs::last_write_time(at(name), fs::file_time_type::clock::now() - std::chrono::hours(1));
+    }
+
+    std::vector<FSRef> refs;
+};
+
+TEST_F(FSRefMissingTest, OneSearchTellsThatAllAreGone)
+{
+    remove("a/b");
+    age("a");
+    EXPECT_EQ(pathOf(refs[0]), "(-43)");
+    FaultyNodeSystem system;
+    system.fail(FaultyNodeSystem::List, EIO);
+    EXPECT_EQ(pathOf(refs[1]), "(-43)");
+    EXPECT_FALSE(system.hasFailed()) << "searched again";
+}
+
+TEST_F(FSRefMissingTest, WhatTheLastSearchCameByIsFound)
+{
+    folder("a/c/d");
+    rename("a/b/1", "a/c/d/1");
+    remove("a/b");
+    age("a");
+    EXPECT_EQ(pathOf(refs[0]), "(-43)");
+    EXPECT_EQ(pathOf(refs[1]), at("a/c/d/1"));
+}
+
+TEST_F(FSRefMissingTest, WhatCameSinceTheLastSearchIsFound)
+{
+    rename("a/b/1", "1");
+    remove("a/b");
+    age("a");
+    EXPECT_EQ(pathOf(refs[0]), "(-43)");
+    rename("1", "a/1");
+    EXPECT_EQ(pathOf(refs[1]), at("a/1"));
+}
+
+TEST_F(FSRefMissingTest, AFolderThatHasJustChangedIsSearchedAgain)
+{
+    remove("a/b");
+    fs::last_write_time(at("a"), fs::file_time_type::clock::now() + std::chrono::hours(1));
+    EXPECT_EQ(pathOf(refs[0]), "(-43)");
+    FaultyNodeSystem system;
+    system.fail(FaultyNodeSystem::List, EIO);
+    EXPECT_EQ(pathOf(refs[1]), "(-43)");
+    EXPECT_TRUE(system.hasFailed());
+}
+
 TEST_F(FSRefLimitsTest, AFailedSearchIsNotRepeatedAtOnce)
 {
     const FSRef ref = letGo(refTo(file("f")));
