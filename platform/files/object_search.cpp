@@ -42,6 +42,8 @@ public:
     std::optional<int> opened(const std::string& path, bool& isElsewhere) const;
     /// Looks through a folder and all below it, but for the tree at `except`.
     void lookBelow(const std::string& path, const std::string& except);
+    /// Looks at the end of a path in each folder of a folder: one that was renamed has it.
+    bool lookAtEnd(const std::string& path, const std::string& end);
     /// The entry of a folder that has this number and is a folder.
     std::string folderNumbered(std::uint64_t inode, const std::string& path);
 
@@ -180,6 +182,22 @@ void Search::lookBelow(const std::string& path, const std::string& except)
     }
 }
 
+bool Search::lookAtEnd(const std::string& path, const std::string& end)
+{
+    bool isElsewhere = false;
+    const auto folder = opened(path, isElsewhere);
+    if (!folder)
+        return false;
+    FolderReader reader(mSystem, *folder);
+    FolderEntry entry;
+    while (!isOver() && reader.next(entry) > 0) {
+        --mEntriesLeft;
+        if (entry.kind == FolderEntry::Folder || entry.kind == FolderEntry::Unknown)
+            look(joined(path, entry.name) + end);
+    }
+    return !mFound.empty();
+}
+
 std::string Search::folderNumbered(std::uint64_t inode, const std::string& path)
 {
     bool isElsewhere = false;
@@ -213,13 +231,16 @@ int searchObject(const FileIdentity& sought, const std::string& lastPath,
             break; // the volume ends here, or is no longer mounted
         if (!folder)
             continue;
-        const bool isWorthIt = !searched.empty() || search.begin(folderPath, *folder);
+        const bool isFirst = searched.empty();
+        const bool isWorthIt = !isFirst || search.begin(folderPath, *folder);
         NodeSystem::current().close(*folder);
+        if (isFirst && level > 0 && search.lookAtEnd(folderPath, lastPath.substr(below.size())))
+            break;
         if (!isWorthIt)
             return -ENOENT;
-        if (searched.empty() && level > 0 && level <= ancestors.size()) {
+        if (isFirst && level > 0 && level <= ancestors.size()) {
             const std::string renamed = search.folderNumbered(ancestors[level - 1], folderPath);
-            if (!renamed.empty() && !search.look(renamed + lastPath.substr(below.size())))
+            if (!renamed.empty())
                 search.lookBelow(renamed, searched);
         }
         if (!search.isOver())

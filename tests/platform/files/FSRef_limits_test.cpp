@@ -295,6 +295,18 @@ TEST_F(FSRefLimitsTest, OneSearchIsEnoughForAllBelowARenamedFolder)
     EXPECT_FALSE(system.hasFailed()) << "searched again";
 }
 
+TEST_F(FSRefLimitsTest, ARenamedFolderIsFoundWithoutReadingThoseBesideIt)
+{
+    for (int i = 0; i < 30; ++i)
+        folder("beside " + std::to_string(i));
+    folder("a/b/c");
+    const FSRef ref = letGo(refTo(file("a/b/c/f")));
+    rename("a", "z");
+    FaultyNodeSystem system;
+    system.fail(FaultyNodeSystem::List, EIO, 2); // the folder above is read to its end
+    EXPECT_EQ(pathOf(ref), at("z/b/c/f"));
+}
+
 TEST_F(FSRefLimitsTest, NothingIsSearchedForThatIsKnownToBeGone)
 {
     const FSRef asked = refTo(file("f"));
@@ -333,7 +345,7 @@ TEST_F(FSRefMissingTest, OneSearchTellsThatAllAreGone)
     age("a");
     EXPECT_EQ(pathOf(refs[0]), "(-43)");
     FaultyNodeSystem system;
-    system.fail(FaultyNodeSystem::List, EIO);
+    system.fail(FaultyNodeSystem::List, EIO, 2); // the folder above is read to its end
     EXPECT_EQ(pathOf(refs[1]), "(-43)");
     EXPECT_FALSE(system.hasFailed()) << "searched again";
 }
