@@ -33,12 +33,14 @@ std::string accentedText(size_t size)
     while (text.size() < size)
         text += "d\u00e9j\u00e0 vu \u00fcber Gr\u00f6\u00dfe ";
     text.resize(size);
-    return platform::utf8FromUtf16Replacing(platform::utf16FromUtf8Replacing(text));
+    while (!platform::utf16FromUtf8(text)) // cut within a letter
+        text.pop_back();
+    return text;
 }
 
 std::u16string wide(const std::string& text)
 {
-    return platform::utf16FromUtf8Replacing(text);
+    return platform::utf16FromUtf8(text).value();
 }
 
 int32_t lengthOf(std::u16string_view text)

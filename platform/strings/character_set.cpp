@@ -128,11 +128,6 @@ CharacterSet CharacterSet::unitedWith(const CharacterSet& other) const
     return combinedWith(other, [](bool here, bool there) { return here || there; });
 }
 
-CharacterSet CharacterSet::intersectedWith(const CharacterSet& other) const
-{
-    return combinedWith(other, [](bool here, bool there) { return here && there; });
-}
-
 size_t CharacterSet::hash() const
 {
     std::u32string_view boundaries(mBoundaries.data(), mBoundaries.size());

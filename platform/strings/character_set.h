@@ -38,7 +38,6 @@ public:
 
     CharacterSet inverted() const;
     CharacterSet unitedWith(const CharacterSet& other) const;
-    CharacterSet intersectedWith(const CharacterSet& other) const;
 
     friend bool operator==(const CharacterSet&, const CharacterSet&) = default;
     size_t hash() const;

@@ -101,19 +101,6 @@ std::optional<std::u16string> utf16FromUtf8(std::string_view utf8)
     return convertUtf8(utf8, text.data()) ? std::optional(std::move(text)) : std::nullopt;
 }
 
-std::u16string utf16FromUtf8Replacing(std::string_view utf8)
-{
-    if (utf8.size() > kLongest)
-        return {};
-    std::u16string text(utf8.size(), u'\0'); // no piece is shorter than its replacement
-    int32_t length = 0;
-    UErrorCode error = U_ZERO_ERROR;
-    u_strFromUTF8WithSub(text.data(), lengthForIcu(text.size()), &length, utf8.data(),
-        lengthForIcu(utf8.size()), kReplacement, nullptr, &error);
-    text.resize(U_SUCCESS(error) ? static_cast<size_t>(length) : 0);
-    return text;
-}
-
 std::optional<std::string> utf8FromUtf16(std::u16string_view utf16)
 {
     std::string bytes(utf8LengthOfWellFormed(utf16), '\0');
