@@ -58,8 +58,8 @@ protected:
     ~LUMIncomingFolderWatcher() override;
 
 private:
-    NSRef<OVKQueue> mKQueue;
-    const NSRef<NSString> mCompletedFileType;
-    const NSRef<NSString> mIncompleteFileType;
-    const NSRef<NSString> mFolderPath;
+    NSRef<OVKQueue> _kqueue;
+    const NSRef<NSString> _completedFileType;
+    const NSRef<NSString> _incompleteFileType;
+    const NSRef<NSString> _folderPath;
 };

@@ -46,10 +46,10 @@ protected:
     virtual double currentTime() const;
 
 private:
-    std::array<double, kNumSamples> mSamples {}; // the ring of kept totals
-    double mWindow;
-    double mSamplingInterval; // seconds
-    double mLastSampleInserted = 0;
-    NSUInteger mMostRecentIndex = 0; // of the newest in the ring
-    NSUInteger mTotalSamples = 0; // steps since the first total; not the number of calls
+    std::array<double, kNumSamples> _samples {}; // the ring of kept totals
+    double _window;
+    double _samplingInterval; // seconds
+    double _lastSampleInserted = 0;
+    NSUInteger _mostRecentIndex = 0; // of the newest in the ring
+    NSUInteger _totalSamples = 0; // steps since the first total; not the number of calls
 };

@@ -28,9 +28,9 @@ class LUM_EXPORT OVMainThreadProxy : public NSObject {
 public:
     static const NSClass& classObject();
 
-    /// A proxy for `target`, which it does not own; null is a target that has ended.
+    /// A proxy for `object`, which it does not own; null is a target that has ended.
     /// Selector: initWithTarget:
-    static NSRef<OVMainThreadProxy> initWithTarget(const NSId& target);
+    static NSRef<OVMainThreadProxy> initWithTarget(const NSId& object);
 
     /// A new proxy for `object`; a proxy itself when `object` is one; null for null. Any object answers the
     /// selector. Selector: mainThreadProxy
@@ -57,7 +57,7 @@ public:
     void forwardInvocation(NSInvocation& invocation) override;
 
 protected:
-    explicit OVMainThreadProxy(const NSId& target);
+    explicit OVMainThreadProxy(const NSId& object);
     ~OVMainThreadProxy() override;
 
 private:
@@ -65,8 +65,8 @@ private:
     bool isOwnSelector(NSSelector selector) const;
     template<typename Call> bool performOnTarget(NSSelector selector, Call call);
 
-    const NSWeak<NSObject> mTarget;
+    const NSWeak<NSObject> target;
     /// Types the messages to a target that has ended. A target may be given while it is being made, when it
     /// has not its final class yet, so every message looks anew.
-    mutable std::atomic<const NSClass*> mTargetClass { nullptr };
+    mutable std::atomic<const NSClass*> targetClass { nullptr };
 };

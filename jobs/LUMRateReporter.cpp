@@ -19,7 +19,7 @@ NSInteger stepsAfter(double elapsed)
 
 }
 
-LUMRateReporter::LUMRateReporter(double window) : mWindow(window), mSamplingInterval(window / kNumSamples) { }
+LUMRateReporter::LUMRateReporter(double window) : _window(window), _samplingInterval(window / kNumSamples) { }
 
 LUMRateReporter::~LUMRateReporter() = default;
 
@@ -46,33 +46,33 @@ double LUMRateReporter::currentTime() const
 void LUMRateReporter::addSample(double total)
 {
     const double now = currentTime();
-    if (mTotalSamples == 0) {
-        mSamples[0] = total;
-        mTotalSamples = 1;
-        mLastSampleInserted = now;
+    if (_totalSamples == 0) {
+        _samples[0] = total;
+        _totalSamples = 1;
+        _lastSampleInserted = now;
         return;
     }
-    const NSInteger steps = stepsAfter((now - mLastSampleInserted) / mSamplingInterval);
+    const NSInteger steps = stepsAfter((now - _lastSampleInserted) / _samplingInterval);
     // Deliberate: a sample within the interval is dropped. Time that went back moves the ring back and stores
     // nothing; the unsigned sums wrap.
     const auto unsignedSteps = static_cast<NSUInteger>(steps);
-    mTotalSamples += unsignedSteps;
+    _totalSamples += unsignedSteps;
     if (steps > 0) {
-        mLastSampleInserted = now;
+        _lastSampleInserted = now;
         for (NSUInteger step = 1; step <= unsignedSteps; ++step)
-            mSamples[(mMostRecentIndex + step) % kRing] = total;
+            _samples[(_mostRecentIndex + step) % kRing] = total;
     }
-    mMostRecentIndex = (mMostRecentIndex + unsignedSteps) % kRing;
+    _mostRecentIndex = (_mostRecentIndex + unsignedSteps) % kRing;
 }
 
 double LUMRateReporter::rate() const
 {
-    if (mTotalSamples == 0)
+    if (_totalSamples == 0)
         return 0;
-    const double newest = mSamples[mMostRecentIndex];
+    const double newest = _samples[_mostRecentIndex];
     // Deliberate: both divisions count the values kept, not the steps between them, so the rate is a little
     // low.
-    if (mTotalSamples > kRing)
-        return (newest - mSamples[(mMostRecentIndex + 1) % kRing]) / mWindow;
-    return (newest - mSamples[0]) / (static_cast<double>(mTotalSamples) * mSamplingInterval);
+    if (_totalSamples > kRing)
+        return (newest - _samples[(_mostRecentIndex + 1) % kRing]) / _window;
+    return (newest - _samples[0]) / (static_cast<double>(_totalSamples) * _samplingInterval);
 }

@@ -75,14 +75,14 @@ const NSClass& OVMainThreadProxy::classObject()
     return type;
 }
 
-OVMainThreadProxy::OVMainThreadProxy(const NSId& target) : mTarget(target) { }
+OVMainThreadProxy::OVMainThreadProxy(const NSId& object) : target(object) { }
 
 OVMainThreadProxy::~OVMainThreadProxy() = default;
 
-NSRef<OVMainThreadProxy> OVMainThreadProxy::initWithTarget(const NSId& target)
+NSRef<OVMainThreadProxy> OVMainThreadProxy::initWithTarget(const NSId& object)
 {
-    auto proxy = NSMake<OVMainThreadProxy>(target);
-    proxy->mTargetClass = target ? &target->isa() : nullptr;
+    auto proxy = NSMake<OVMainThreadProxy>(object);
+    proxy->targetClass = object ? &object->isa() : nullptr;
     return proxy;
 }
 
@@ -100,10 +100,10 @@ NSId OVMainThreadProxy::copyMainThreadProxy(const NSId& object)
 
 NSId OVMainThreadProxy::liveTarget() const
 {
-    NSId target = mTarget.get();
-    if (target)
-        mTargetClass.store(&target->isa(), std::memory_order_relaxed);
-    return target;
+    NSId live = target.get();
+    if (live)
+        targetClass.store(&live->isa(), std::memory_order_relaxed);
+    return live;
 }
 
 bool OVMainThreadProxy::isOwnSelector(NSSelector selector) const
@@ -115,31 +115,31 @@ bool OVMainThreadProxy::respondsToSelector(NSSelector selector) const
 {
     if (isOwnSelector(selector))
         return true;
-    const Held target(liveTarget());
-    return target && target->respondsToSelector(selector);
+    const Held live(liveTarget());
+    return live && live->respondsToSelector(selector);
 }
 
 NSRef<NSMethodSignature> OVMainThreadProxy::methodSignatureForSelector(NSSelector selector) const
 {
     if (isOwnSelector(selector))
         return NSObject::methodSignatureForSelector(selector);
-    if (const Held target(liveTarget()); target)
-        return target->methodSignatureForSelector(selector);
-    const NSClass* type = mTargetClass.load(std::memory_order_relaxed);
+    if (const Held live(liveTarget()); live)
+        return live->methodSignatureForSelector(selector);
+    const NSClass* type = targetClass.load(std::memory_order_relaxed);
     auto known = type ? type->instanceMethodSignature(selector) : nullptr;
     return known ? known : signatureOfObjects(selector);
 }
 
-/// Runs `call(target)` on the main thread and waits; false when the target has ended.
+/// Runs `call` with the target on the main thread and waits; false when the target has ended.
 template<typename Call> bool OVMainThreadProxy::performOnTarget(NSSelector selector, Call call)
 {
-    Held target(liveTarget());
-    if (!target)
+    Held live(liveTarget());
+    if (!live)
         return false;
-    if (!target->respondsToSelector(selector))
+    if (!live->respondsToSelector(selector))
         doesNotRecognizeSelector(selector);
     NSThread::performOnMainThreadAndWait([&] {
-        const NSId kept = target.take();
+        const NSId kept = live.take();
         call(kept);
     });
     return true;
@@ -151,7 +151,7 @@ NSId OVMainThreadProxy::performSelector(NSSelector selector)
         return NSObject::performSelector(selector);
     // Deliberate: what the target answers is not passed back, here and below.
     performOnTarget(
-        selector, [selector](const NSId& target) { static_cast<void>(target->performSelector(selector)); });
+        selector, [selector](const NSId& live) { static_cast<void>(live->performSelector(selector)); });
     return nullptr;
 }
 
@@ -159,8 +159,8 @@ NSId OVMainThreadProxy::performSelectorWithObject(NSSelector selector, const NSI
 {
     if (isOwnSelector(selector))
         return NSObject::performSelectorWithObject(selector, object);
-    performOnTarget(selector, [selector, object = NSId(object)](const NSId& target) {
-        static_cast<void>(target->performSelectorWithObject(selector, object));
+    performOnTarget(selector, [selector, object = NSId(object)](const NSId& live) {
+        static_cast<void>(live->performSelectorWithObject(selector, object));
     });
     return nullptr;
 }
@@ -169,12 +169,12 @@ void OVMainThreadProxy::forwardInvocation(NSInvocation& invocation)
 {
     invocation.setTarget(nullptr);
     invocation.retainArguments();
-    bool ran = performOnTarget(invocation.selector(), [&invocation](const NSId& target) {
+    bool ran = performOnTarget(invocation.selector(), [&invocation](const NSId& live) {
         struct LetGo {
             NSInvocation& invocation;
             ~LetGo() { invocation.setTarget(nullptr); }
         } letGo { invocation };
-        invocation.invokeWithTarget(target);
+        invocation.invokeWithTarget(live);
     });
     if (!ran)
         invocation.invoke(); // without a target, which makes the result zero

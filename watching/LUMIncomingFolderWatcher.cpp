@@ -44,10 +44,10 @@ NSRef<LUMIncomingFolderWatcher> LUMIncomingFolderWatcher::initWithFolder(const N
     auto watcher = NSMake<LUMIncomingFolderWatcher>(folderPath, completedFileType, incompleteFileType);
     if (!watcher->createFolderIfNeeded())
         return nullptr;
-    watcher->mKQueue = OVKQueue::init();
-    if (watcher->mKQueue) {
-        watcher->mKQueue->setDelegate(watcher);
-        watcher->mKQueue->addPath(folderPath);
+    watcher->_kqueue = OVKQueue::init();
+    if (watcher->_kqueue) {
+        watcher->_kqueue->setDelegate(watcher);
+        watcher->_kqueue->addPath(folderPath);
     }
     NSDelayedPerforming::performSelector(watcher, scanFolderSelector(), nullptr, 0);
     return watcher;
@@ -55,28 +55,28 @@ NSRef<LUMIncomingFolderWatcher> LUMIncomingFolderWatcher::initWithFolder(const N
 
 LUMIncomingFolderWatcher::LUMIncomingFolderWatcher(const NSRef<NSString>& folderPath,
     const NSRef<NSString>& completedFileType, const NSRef<NSString>& incompleteFileType)
-    : mCompletedFileType(completedFileType), mIncompleteFileType(incompleteFileType), mFolderPath(folderPath)
+    : _completedFileType(completedFileType), _incompleteFileType(incompleteFileType), _folderPath(folderPath)
 {
 }
 
 LUMIncomingFolderWatcher::~LUMIncomingFolderWatcher()
 {
     // Somebody else may hold the queue, which would go on sending to it.
-    if (mKQueue)
-        mKQueue->setDelegate(nullptr);
+    if (_kqueue)
+        _kqueue->setDelegate(nullptr);
 }
 
 NSRef<NSString> LUMIncomingFolderWatcher::path() const
 {
-    return mFolderPath;
+    return _folderPath;
 }
 
 bool LUMIncomingFolderWatcher::createFolderIfNeeded() const
 {
-    if (!mFolderPath)
+    if (!_folderPath)
         return true;
     const auto manager = NSFileManager::defaultManager();
-    const auto components = mFolderPath->stringByStandardizingPath()->pathComponents();
+    const auto components = _folderPath->stringByStandardizingPath()->pathComponents();
     // Deliberate: the first component is taken to be there.
     NSRef<NSString> prefix = components->count() ? components->objectAtIndex<NSString>(0) : nullptr;
     for (NSUInteger i = 1; i < components->count(); ++i) {
@@ -101,7 +101,7 @@ void LUMIncomingFolderWatcher::watcherReceivedNotification(
 
 void LUMIncomingFolderWatcher::scanFolder()
 {
-    const auto names = NSFileManager::defaultManager()->contentsOfDirectoryAtPath(mFolderPath);
+    const auto names = NSFileManager::defaultManager()->contentsOfDirectoryAtPath(_folderPath);
     if (!names)
         return;
     const auto self = NSShare(this); // an observer may let go of the last other reference
@@ -109,14 +109,14 @@ void LUMIncomingFolderWatcher::scanFolder()
     for (const NSId& element : *names) {
         const auto name = NSCast<NSString>(element);
         const auto type = name->pathExtension();
-        const bool isCompleted = type->isEqualToString(mCompletedFileType);
-        if (!isCompleted && !type->isEqualToString(mIncompleteFileType))
+        const bool isCompleted = type->isEqualToString(_completedFileType);
+        if (!isCompleted && !type->isEqualToString(_incompleteFileType))
             continue;
         // Deliberate: every scan posts every file, also those of the scan before.
         center->postNotificationName(LUMIncomingFileNotification, self,
             NSDictionary::of({
                 { "completed", NSNumber::numberWithBool(isCompleted) },
-                { "file", mFolderPath->stringByAppendingPathComponent(name) },
+                { "file", _folderPath->stringByAppendingPathComponent(name) },
             }));
     }
 }
