@@ -5,6 +5,8 @@
 #include "LUMPlatform/NSSelector.h"
 #include "LUMPlatform/NSStringConstant.h"
 
+#include <cstdint>
+
 class NSIndexSet;
 class NSMutableArray;
 
@@ -24,18 +26,22 @@ class NSMutableArray;
 ///         std::cout << next << '\n'; // chorus, intro, verse
 namespace LUMArray {
 
-/// The first element; null when there is none. Selector: car
+/// The first element; null when there is none.
+/// Selector: car
 LUM_EXPORT NSId car(const NSRef<NSArray>& array);
-/// All but the first element: empty for a single one, null when there is none. Selector: cdr
+/// All but the first element: empty for a single one, null when there is none.
+/// Selector: cdr
 LUM_EXPORT NSRef<NSArray> cdr(const NSRef<NSArray>& array);
 
 /// An array of copies (by copy()) of the elements. One level deep: what an element holds is copied only as
 /// its own copy() does. Raises NSInvalidArgumentException for an element that cannot be copied.
 /// Selector: deepCopy
 LUM_EXPORT NSRef<NSArray> deepCopy(const NSRef<NSArray>& array);
-/// The same, as an array that can be changed. Selector: mutableDeepCopy
+/// The same, as an array that can be changed.
+/// Selector: mutableDeepCopy
 LUM_EXPORT NSRef<NSMutableArray> mutableDeepCopy(const NSRef<NSArray>& array);
-/// The elements in reverse order. Selector: reverseArray
+/// The elements in reverse order.
+/// Selector: reverseArray
 LUM_EXPORT NSRef<NSArray> reverseArray(const NSRef<NSArray>& array);
 
 /// The elements that answer 0 when sent `selector` (a comparison such as compare:; null means compare:) with
@@ -48,7 +54,8 @@ LUM_EXPORT NSRef<NSMutableArray> subarrayMatchingSelector(
 LUM_EXPORT NSRef<NSMutableArray> subsetOfArrayAtIndexes(
     const NSRef<NSArray>& array, const NSRef<NSIndexSet>& indexes);
 /// Whether the array begins with the elements of `prefix`, by isEqual. The empty array is a prefix of every
-/// one, null of none. Selector: hasPrefix:
+/// one, null of none.
+/// Selector: hasPrefix:
 LUM_EXPORT bool hasPrefix(const NSRef<NSArray>& array, const NSRef<NSArray>& prefix);
 
 /// Sends `selector` to each element in turn and collects the results, NSNull for null ones.
@@ -60,7 +67,8 @@ LUM_EXPORT bool hasPrefix(const NSRef<NSArray>& array, const NSRef<NSArray>& pre
 /// Selector: makeObjectsPerformSelectorWithResults:
 LUM_EXPORT NSRef<NSMutableArray> makeObjectsPerformSelectorWithResults(
     const NSRef<NSArray>& array, NSSelector selector);
-/// The same with one argument for all. Selector: makeObjectsPerformSelectorWithResults:withObject:
+/// The same with one argument for all.
+/// Selector: makeObjectsPerformSelectorWithResults:withObject:
 LUM_EXPORT NSRef<NSMutableArray> makeObjectsPerformSelectorWithResultsWithObject(
     const NSRef<NSArray>& array, NSSelector selector, const NSId& object);
 /// The same, each element with the argument of its own index. Raises LUMArrayCountsDontMatch, before anything
@@ -83,12 +91,15 @@ LUM_EXPORT NSUInteger bsearchComparatorFunction(
 LUM_EXPORT NSUInteger bsearchSelector(const NSRef<NSArray>& array, const NSId& value, NSSelector selector);
 
 /// Takes out the first element; null when there is none. Moves all others up, so a long queue is better taken
-/// from by index. Selector: dequeueObjectFromFront
+/// from by index.
+/// Selector: dequeueObjectFromFront
 LUM_EXPORT NSId dequeueObjectFromFront(const NSRef<NSMutableArray>& array);
-/// Turns the order round, in place. Selector: reverse
+/// Turns the order round, in place.
+/// Selector: reverse
 LUM_EXPORT void reverse(const NSRef<NSMutableArray>& array);
 /// Inserts all of `objects` in order before the element at `index`, or at the end when there is none; it
-/// never raises for an index. Null inserts nothing. Selector: insertObjects:atIndex:
+/// never raises for an index. Null inserts nothing.
+/// Selector: insertObjects:atIndex:
 LUM_EXPORT void insertObjects(
     const NSRef<NSMutableArray>& array, const NSRef<NSArray>& objects, std::uint32_t index);
 /// Takes out the elements at `indexes` and inserts them at `index`, counted in what is left, as insertObjects
@@ -97,11 +108,13 @@ LUM_EXPORT void insertObjects(
 /// Selector: moveObjectsAtIndexes:toIndex:
 LUM_EXPORT void moveObjectsAtIndexes(
     const NSRef<NSMutableArray>& array, const NSRef<NSIndexSet>& indexes, std::uint32_t index);
-/// The same for one element. Selector: moveObjectAtIndex:toIndex:
+/// The same for one element.
+/// Selector: moveObjectAtIndex:toIndex:
 LUM_EXPORT void moveObjectAtIndex(
     const NSRef<NSMutableArray>& array, std::uint32_t from, std::uint32_t index);
 /// Puts `newObject` in place of every occurrence of `oldObject` itself. Raises NSInvalidArgumentException
-/// when there is one and `newObject` is null. Linear. Selector: replaceObjectIdenticalTo:withObject:
+/// when there is one and `newObject` is null. Linear.
+/// Selector: replaceObjectIdenticalTo:withObject:
 LUM_EXPORT void replaceObjectIdenticalTo(
     const NSRef<NSMutableArray>& array, const NSId& oldObject, const NSId& newObject);
 /// The same for every element equal to `oldObject`; nothing happens when the two are equal. Linear.

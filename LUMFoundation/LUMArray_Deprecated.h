@@ -3,6 +3,8 @@
 #include "LUMFoundation/LUMExport.h"
 #include "LUMPlatform/NSObject.h"
 
+#include <cstdint>
+
 class NSArray;
 class NSMutableArray;
 class NSNumber;
@@ -14,11 +16,12 @@ class NSNumber;
 ///     auto numbers = LUMArray_Deprecated::arrayWithUInt32Values(sizes, 2); // an array of 12 and 34
 namespace LUMArray_Deprecated {
 
-/// An array of `count` numbers; empty when `values` is null. Selector (of the class):
-/// arrayWithUInt32Values:count:
+/// An array of `count` numbers; empty when `values` is null.
+/// Selector (of the class): arrayWithUInt32Values:count:
 [[deprecated("fill an NSMutableArray")]] LUM_EXPORT NSRef<NSMutableArray> arrayWithUInt32Values(
     const std::uint32_t* values, NSUInteger count);
-/// The same for 32-bit floats. Selector (of the class): arrayWithFloat32Values:count:
+/// The same for 32-bit floats.
+/// Selector (of the class): arrayWithFloat32Values:count:
 [[deprecated("fill an NSMutableArray")]] LUM_EXPORT NSRef<NSMutableArray> arrayWithFloat32Values(
     const float* values, NSUInteger count);
 
@@ -29,7 +32,8 @@ namespace LUMArray_Deprecated {
 [[deprecated("look for the least difference")]] LUM_EXPORT NSId closestNumberToNumber(
     const NSRef<NSArray>& array, const NSRef<NSNumber>& number);
 
-/// Takes out everything equal to an element of `objects`; nothing for null. Selector: removeObjects:
+/// Takes out everything equal to an element of `objects`; nothing for null.
+/// Selector: removeObjects:
 [[deprecated("use NSMutableArray::removeObjectsInArray")]] LUM_EXPORT void removeObjects(
     const NSRef<NSMutableArray>& array, const NSRef<NSArray>& objects);
 

@@ -4,6 +4,8 @@
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSString.h"
 
+#include <cstdint>
+
 /// What data can be turned into and back: Base32 text, frames of stuffed bytes, compressed streams, checksums
 /// and digests.
 ///
@@ -21,11 +23,13 @@ namespace LUMData_Compression {
 
 /// Where the bytes from `start` up to the next zero byte are, that byte not included: a length of 0 means
 /// that it is the one at `start`. {NSNotFound, 0} when there is no zero byte, and when `start` is negative or
-/// not less than the length. Selector: rangeOfNullTerminatedBytesFrom:
+/// not less than the length.
+/// Selector: rangeOfNullTerminatedBytesFrom:
 LUM_EXPORT NSRange rangeOfNullTerminatedBytesFrom(const NSRef<NSData>& data, std::int32_t start);
 
 /// The bytes in Base32: the upper-case alphabet of RFC 4648 without padding, (8 * length + 4) / 5 characters.
-/// Empty for no bytes. Selector: base32String
+/// Empty for no bytes.
+/// Selector: base32String
 LUM_EXPORT NSRef<NSString> base32String(const NSRef<NSData>& data);
 
 /// A token of eight bytes (the size of a pointer) from its Base32 text.
@@ -41,7 +45,8 @@ LUM_EXPORT NSRef<NSData> dataWithBase32String(const NSRef<NSString>& text);
 
 /// One frame of consistent-overhead byte stuffing: the bytes in blocks without a zero, then the zero byte
 /// that ends the frame. It takes length + length / 254 + 2 bytes at most. `data` itself when empty; null when
-/// there is not enough memory. Selector: encodeCOBS
+/// there is not enough memory.
+/// Selector: encodeCOBS
 LUM_EXPORT NSRef<NSData> encodeCOBS(const NSRef<NSData>& data);
 
 /// What the blocks of a frame stand for.
@@ -49,39 +54,48 @@ LUM_EXPORT NSRef<NSData> encodeCOBS(const NSRef<NSData>& data);
 /// The zero that each block but a full one stands for is never left out, not even behind the last block, and
 /// the delimiter of the frame counts as an empty block. So what encodeCOBS() made comes back with two zero
 /// bytes at its end, for the caller to drop. A block that breaks off gives the bytes that are there. `data`
-/// itself when empty; null when there is not enough memory. Selector: decodeCOBS
+/// itself when empty; null when there is not enough memory.
+/// Selector: decodeCOBS
 LUM_EXPORT NSRef<NSData> decodeCOBS(const NSRef<NSData>& data);
 
 /// The data that a zlib stream (RFC 1950) stands for.
 ///
 /// `data` itself when empty. Null when it is no such stream, gzip included, when it is damaged or breaks off,
 /// from 4 GiB on, and when there is not enough memory. What follows the stream is left alone. A stream can
-/// stand for a thousand times its size, so ask before you inflate what strangers sent. Selector: zlibInflate
+/// stand for a thousand times its size, so ask before you inflate what strangers sent.
+/// Selector: zlibInflate
 LUM_EXPORT NSRef<NSData> zlibInflate(const NSRef<NSData>& data);
 
 /// A zlib stream (RFC 1950) for the bytes, at zlib's default level. `data` itself when empty; null from 4 GiB
-/// on and when there is not enough memory. Selector: zlibDeflate
+/// on and when there is not enough memory.
+/// Selector: zlibDeflate
 LUM_EXPORT NSRef<NSData> zlibDeflate(const NSRef<NSData>& data);
 
 /// As zlibInflate(), for gzip (RFC 1952) and zlib streams alike; of a gzip file with several members, the
-/// first. Selector: gzipInflate
+/// first.
+/// Selector: gzipInflate
 LUM_EXPORT NSRef<NSData> gzipInflate(const NSRef<NSData>& data);
 
 /// As zlibDeflate(), but a gzip stream (RFC 1952), without a name or a time: a gzip file.
 /// Selector: gzipDeflate
 LUM_EXPORT NSRef<NSData> gzipDeflate(const NSRef<NSData>& data);
 
-/// The CRC-32 of zlib, gzip and IEEE 802.3; 0 for no bytes. Selector: crc32
+/// The CRC-32 of zlib, gzip and IEEE 802.3; 0 for no bytes.
+/// Selector: crc32
 LUM_EXPORT std::uint32_t crc32(const NSRef<NSData>& data);
 
-/// The MD5 digest, 16 bytes: good as a checksum, no protection against anybody. Selector: md5Digest
+/// The MD5 digest, 16 bytes: good as a checksum, no protection against anybody.
+/// Selector: md5Digest
 LUM_EXPORT NSRef<NSData> md5Digest(const NSRef<NSData>& data);
-/// The same as 32 lower-case hexadecimal digits. Selector: md5DigestString
+/// The same as 32 lower-case hexadecimal digits.
+/// Selector: md5DigestString
 LUM_EXPORT NSRef<NSString> md5DigestString(const NSRef<NSData>& data);
 
-/// The SHA-1 digest, 20 bytes: good as a checksum, no protection against anybody. Selector: sha1Digest
+/// The SHA-1 digest, 20 bytes: good as a checksum, no protection against anybody.
+/// Selector: sha1Digest
 LUM_EXPORT NSRef<NSData> sha1Digest(const NSRef<NSData>& data);
-/// The same as 40 lower-case hexadecimal digits. Selector: sha1DigestString
+/// The same as 40 lower-case hexadecimal digits.
+/// Selector: sha1DigestString
 LUM_EXPORT NSRef<NSString> sha1DigestString(const NSRef<NSData>& data);
 
 }

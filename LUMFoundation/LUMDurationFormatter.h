@@ -6,7 +6,7 @@
 /// Shows a number of seconds as a clock does: "01:05", "1:02:05", "01:05.25", "-01:05s".
 ///
 ///     auto formatter = NSMake<LUMDurationFormatter>();
-///     formatter->stringForObjectValue(NSNumber::numberWithDouble(65.5)); // "01:06"
+///     auto time = formatter->stringForObjectValue(NSNumber::numberWithDouble(65.5)); // "01:06"
 ///
 /// It reads nothing: for display only. The options are asked of its own accessors, so a subclass may override
 /// them. Threads: any, once the options are set; setting them, one at a time.
@@ -14,15 +14,18 @@ class LUM_EXPORT LUMDurationFormatter : public NSFormatter {
 public:
     static const NSClass& classObject();
 
-    /// Minutes without a leading zero where no hours are. At first false. Selector: setAllowsOneZero:
+    /// Minutes without a leading zero where no hours are. At first false.
+    /// Selector: setAllowsOneZero:
     virtual void setAllowsOneZero(bool allows);
     virtual bool allowsOneZero() const; ///< Selector: allowsOneZero
 
-    /// The text for exactly 0; otherwise that is null. At first true. Selector: setDisplaysZero:
+    /// The text for exactly 0; otherwise that is null. At first true.
+    /// Selector: setDisplaysZero:
     virtual void setDisplaysZero(bool displays);
     virtual bool displaysZero() const; ///< Selector: displaysZero
 
-    /// The hours below one hour, too. At first false. Selector: setAlwaysShowHours:
+    /// The hours below one hour, too. At first false.
+    /// Selector: setAlwaysShowHours:
     virtual void setAlwaysShowHours(bool shows);
     virtual bool alwaysShowHours() const; ///< Selector: alwaysShowHours
 
@@ -32,7 +35,8 @@ public:
     virtual bool alwaysShowMinutes() const; ///< Selector: alwaysShowMinutes
 
     /// Two digits after a point: hundredths of a second, in spite of the name. Without them the seconds are
-    /// rounded, half a second up. At first false. Selector: setIncludeMilliseconds:
+    /// rounded, half a second up. At first false.
+    /// Selector: setIncludeMilliseconds:
     virtual void setIncludeMilliseconds(bool includes);
     virtual bool includeMilliseconds() const; ///< Selector: includeMilliseconds
 
@@ -42,7 +46,8 @@ public:
     virtual bool showsLastUnitLabel() const; ///< Selector: showsLastUnitLabel
 
     /// What stands after the hours and after the minutes; a copy is kept. At first ":". Null shows as
-    /// "(null)". Selector: setSeparator:
+    /// "(null)".
+    /// Selector: setSeparator:
     virtual void setSeparator(const NSRef<NSString>& separator);
     virtual NSRef<NSString> separator() const; ///< Selector: separator
 

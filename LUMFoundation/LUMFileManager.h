@@ -4,6 +4,8 @@
 #include "LUMPlatform/NSFileManager.h"
 #include "LUMPlatform/NSString.h"
 
+#include <cstdint>
+
 class LUMFileRef;
 class NSURL;
 
@@ -51,8 +53,8 @@ LUM_EXPORT NSRef<LUMFileRef> duplicateFileRefWithEnumeratedName(const NSRef<NSFi
 /// Selector: fastMovePath:toPath:handler:
 LUM_EXPORT bool fastMovePath(const NSRef<NSFileManager>& manager, const NSRef<NSString>& path,
     const NSRef<NSString>& toPath, const NSId& handler = nullptr);
-/// Moves the file under this name into the folder, if nothing of that name is there. Answers a handle on
-/// what is there then, or null.
+/// Moves the file under this name into the folder, if nothing of that name is there. Answers a handle on what
+/// is there then, or null.
 /// Selector: moveFileRef:toDirectory:withName:handler:
 LUM_EXPORT NSRef<LUMFileRef> moveFileRefWithName(const NSRef<NSFileManager>& manager,
     const NSRef<LUMFileRef>& fileRef, const NSRef<LUMFileRef>& directory, const NSRef<NSString>& name,

@@ -6,6 +6,9 @@
 #include "LUMPlatform/NSLock.h"
 #include "LUMPlatform/NSString.h"
 
+#include <atomic>
+#include <cstdint>
+
 class LUMFileRefEnumerator;
 class NSArray;
 class NSData;
@@ -46,14 +49,18 @@ public:
     /// A handle on what `path` leads to; a leading tilde is expanded, links at the end are followed.
     /// Selector: fileRefWithPath:error:
     static NSRef<LUMFileRef> fileRefWithPath(const NSRef<NSString>& path, NSRef<NSError>* error = nullptr);
+    /// As initWithPathResolveAlias.
     /// Selector: fileRefWithPath:resolveAlias:error:
     static NSRef<LUMFileRef> fileRefWithPathResolveAlias(
         const NSRef<NSString>& path, bool resolveAlias, NSRef<NSError>* error = nullptr);
+    /// As initWithFSRefResolveAlias, resolving aliases.
     /// Selector: fileRefWithFSRef:error:
     static NSRef<LUMFileRef> fileRefWithFSRef(const FSRef& ref, NSRef<NSError>* error = nullptr);
+    /// As initWithFSRefResolveAlias.
     /// Selector: fileRefWithFSRef:resolveAlias:error:
     static NSRef<LUMFileRef> fileRefWithFSRefResolveAlias(
         const FSRef& ref, bool resolveAlias, NSRef<NSError>* error = nullptr);
+    /// As initWithURL.
     /// Selector: fileRefWithURL:error:
     static NSRef<LUMFileRef> fileRefWithURL(const NSRef<NSURL>& url, NSRef<NSError>* error = nullptr);
 
@@ -62,24 +69,26 @@ public:
     static NSRef<LUMFileRef> initWithFSRef(const FSRef& ref, NSRef<NSError>* error = nullptr);
     /// A handle on the object of `ref`; if `resolveAlias`, on the target when that is a link. Null, with the
     /// status of the resolution, when the link dangles. A reference that names nothing makes a handle on
-    /// nothing unless aliases are resolved (-43). Selector: initWithFSRef:resolveAlias:error:
+    /// nothing unless aliases are resolved (-43).
+    /// Selector: initWithFSRef:resolveAlias:error:
     static NSRef<LUMFileRef> initWithFSRefResolveAlias(
         const FSRef& ref, bool resolveAlias, NSRef<NSError>* error = nullptr);
     /// As fileRefWithPath.
     /// Selector: initWithPath:error:
     static NSRef<LUMFileRef> initWithPath(const NSRef<NSString>& path, NSRef<NSError>* error = nullptr);
     /// A handle on what `path` names, on a link itself unless `resolveAlias`. Null, with -43 when there is
-    /// nothing to be found, for whatever reason, or -50 for a null path. Selector:
-    /// initWithPath:resolveAlias:error:
+    /// nothing to be found, for whatever reason, or -50 for a null path.
+    /// Selector: initWithPath:resolveAlias:error:
     static NSRef<LUMFileRef> initWithPathResolveAlias(
         const NSRef<NSString>& path, bool resolveAlias, NSRef<NSError>* error = nullptr);
     /// As fileRefWithPath on the path of a file URL. Deliberate: for any other URL, and for null, it stores
-    /// the error 4 and answers a handle on nothing, which callers tell by the error. Selector:
-    /// initWithURL:error:
+    /// the error 4 and answers a handle on nothing, which callers tell by the error.
+    /// Selector: initWithURL:error:
     static NSRef<LUMFileRef> initWithURL(const NSRef<NSURL>& url, NSRef<NSError>* error = nullptr);
     /// The handle that was archived, found again by its alias record, its reference URL, or its path, in this
     /// order, with links followed; null when nothing is there. Deliberate: an archive with a URL but neither
-    /// alias record nor reference URL makes a handle on nothing. Selector: initWithCoder:
+    /// alias record nor reference URL makes a handle on nothing.
+    /// Selector: initWithCoder:
     static NSRef<LUMFileRef> initWithCoder(NSCoder& coder);
 
     /// Of the same class, and compare() says the same.
@@ -95,7 +104,8 @@ public:
     NSUInteger hash() const override;
 
     /// Whether the object is a link that leads to something. A handle made by following links is on their
-    /// target, so false. Selector: isAlias
+    /// target, so false.
+    /// Selector: isAlias
     bool isAlias() const;
     /// A handle on the link that this one was made from; null when it was not made from one.
     /// Selector: aliasFileRef
@@ -122,8 +132,7 @@ public:
     bool isDirectory() const;
 
     /// Deliberate: whether this path begins with that of the other, letter by letter: true for itself, and
-    /// for
-    /// "/a/bc" asked about "/a/b".
+    /// for "/a/bc" asked about "/a/b".
     /// Selector: isDescendentOf:
     bool isDescendentOf(const NSRef<LUMFileRef>& other) const;
     bool isChildOf(const NSRef<LUMFileRef>& other) const; ///< Selector: isChildOf:
@@ -137,19 +146,21 @@ public:
     ///
     /// Null, and no error, when this is not a folder. A listing that breaks off, or cannot begin, answers
     /// what it had AND stores the error: test both. A handle on a link itself to a folder cannot begin one
-    /// (-120). About 3 µs a child. Selector: childrenError:
+    /// (-120). About 3 µs a child.
+    /// Selector: childrenError:
     NSRef<NSArray> childrenError(NSRef<NSError>* error = nullptr) const;
     /// The children one by one; null when this is not a folder that can be read.
     /// Selector: childEnumerator
     NSRef<LUMFileRefEnumerator> childEnumerator() const;
     /// Makes an empty file or folder and answers a handle on it. Null with an error when it cannot be made;
-    /// null without one when this is not a folder. Selector: createChildWithName:asDirectory:error:; without
-    /// the last argument createChildWithName:asDirectory:
+    /// null without one when this is not a folder.
+    /// Selector: createChildWithName:asDirectory:error:; without the last argument
+    /// createChildWithName:asDirectory:
     NSRef<LUMFileRef> createChildWithName(
         const NSRef<NSString>& name, bool asDirectory, NSRef<NSError>* error = nullptr) const;
     /// What is at the path of this folder with `name` appended, links followed: -43 when nothing is, -120
-    /// when this is not a folder, -50 for null. Selector: childWithName:error:; without the second argument
-    /// childWithName:
+    /// when this is not a folder, -50 for null.
+    /// Selector: childWithName:error:; without the second argument childWithName:
     NSRef<LUMFileRef> childWithName(const NSRef<NSString>& name, NSRef<NSError>* error = nullptr) const;
     /// The child of that name, whatever its kind, or a new one.
     /// Selector: createChildIfNeededWithName:asDirectory:error:; without the last argument

@@ -19,7 +19,7 @@ extern LUM_EXPORT const NSStringConstant LUMIncomingFileNotification;
 /// or moves completed files away.
 ///
 ///     center->addObserver(importer, NSSelector("incomingFile:"), LUMIncomingFileNotification, nullptr);
-///     watcher = LUMIncomingFolderWatcher::initWithFolder("/home/me/Drop", "complete", "partial");
+///     auto watcher = LUMIncomingFolderWatcher::initWithFolder("/home/me/Drop", "complete", "partial");
 ///
 /// Threads: make and end it on the main thread; all notifications are posted there.
 class LUM_EXPORT LUMIncomingFolderWatcher : public NSObject {
@@ -30,16 +30,19 @@ public:
     /// extensions come without a full stop. The first scan runs at the next turn of the main thread's loop. A
     /// folder that cannot be watched gets that scan and no other. A null folder makes nothing, and every scan
     /// of it finds nothing; a null extension matches no file.
-    /// Deliberate: the selector has a small f. Selector: initWithFolder:completedfileType:incompleteFileType:
+    /// Deliberate: the selector has a small f.
+    /// Selector: initWithFolder:completedfileType:incompleteFileType:
     static NSRef<LUMIncomingFolderWatcher> initWithFolder(const NSRef<NSString>& folderPath,
         const NSRef<NSString>& completedFileType, const NSRef<NSString>& incompleteFileType);
 
-    /// The folder as it was given. Selector: path
+    /// The folder as it was given.
+    /// Selector: path
     NSRef<NSString> path() const;
 
     /// Makes the folder and those above it as far as they are missing. False if one cannot be made, or
     /// something that is no folder is in its place. Deliberate: the first component of the path is taken to
-    /// be there, so a relative path of one component is never looked at. Selector: createFolderIfNeeded
+    /// be there, so a relative path of one component is never looked at.
+    /// Selector: createFolderIfNeeded
     bool createFolderIfNeeded() const;
 
     /// The message of the watcher of the folder; has the main thread scan soon.

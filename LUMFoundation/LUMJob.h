@@ -3,6 +3,7 @@
 #include "LUMFoundation/LUMJobDelegate.h"
 #include "LUMPlatform/NSLock.h"
 
+#include <cstdint>
 #include <memory>
 
 class NSError;
@@ -32,7 +33,10 @@ enum LUMJobState : std::int32_t {
 ///         bool start() override
 ///         {
 ///             LUMJob::start(); // reports that it started
-///             NSThread::detachNewThread([self = NSShare(this)] { self->copy(); self->jobDidComplete(); });
+///             NSThread::detachNewThread([self = NSShare(this)] {
+///                 copyFiles();
+///                 self->jobDidComplete(); // reports the end, from that thread
+///             });
 ///             return true;
 ///         }
 ///     };
@@ -45,9 +49,11 @@ class LUM_EXPORT LUMJob : public NSObject, public NSLocking {
 public:
     static const NSClass& classObject();
 
-    /// Replaces the error; null clears it. Selector: setError:
+    /// Replaces the error; null clears it.
+    /// Selector: setError:
     virtual void setError(const NSRef<NSError>& error);
-    /// Null unless the job failed. Selector: error
+    /// Null unless the job failed.
+    /// Selector: error
     virtual NSRef<NSError> error() const;
 
     void lock() override; ///< For subclasses; not recursive. Selector: lock
@@ -59,26 +65,32 @@ public:
     virtual double priority() const; ///< Selector: priority
 
     /// Stores the state, a LUMJobState or any other number, and tells nobody. Every change of state made in
-    /// here goes through this. Selector: setCurrentState:
+    /// here goes through this.
+    /// Selector: setCurrentState:
     virtual void setCurrentState(std::int32_t state);
     virtual std::int32_t currentState() const; ///< Selector: currentState
 
     /// Sets who hears the reports, without owning it. Raises LUMJobDelegateException, and keeps the old one,
     /// for an object that does not declare LUMJobDelegate, null included: a delegate can be replaced, never
-    /// cleared. Selector: setDelegate:
+    /// cleared.
+    /// Selector: setDelegate:
     virtual void setDelegate(const NSId& delegate);
     /// Null before one is set and once it has ended; then reports go nowhere. Every report made in here asks
-    /// this. Selector: delegate
+    /// this.
+    /// Selector: delegate
     virtual NSRef<LUMJobDelegate> delegate() const;
 
-    /// Reports jobStateDidChange:, which nothing in here does by itself. Selector: stateChanged
+    /// Reports jobStateDidChange:, which nothing in here does by itself.
+    /// Selector: stateChanged
     virtual void stateChanged();
 
     /// Enters the running state and reports it. Answers true, which promises that the start was reported; a
-    /// subclass that cannot start answers false without a report. Selector: start
+    /// subclass that cannot start answers false without a report.
+    /// Selector: start
     virtual bool start();
     /// Asks the work to stop; nothing in this class. A subclass stops and then calls jobDidCancel(). A queue
-    /// may hold its lock during the call, so do not wait in it for another thread's report. Selector: cancel
+    /// may hold its lock during the call, so do not wait in it for another thread's report.
+    /// Selector: cancel
     virtual void cancel();
     virtual void pause(); ///< Enters the paused state and reports it. Selector: pause
     virtual void resume(); ///< Enters the running state and reports it as resumed. Selector: resume
@@ -86,7 +98,8 @@ public:
     virtual void jobDidCancel(); ///< Enters the cancelled state and reports it. Selector: jobDidCancel
     virtual void jobDidComplete(); ///< Enters the completed state and reports it. Selector: jobDidComplete
     virtual double progress() const; ///< 0 unless a subclass measures it. Selector: progress
-    /// Keeps the error, then does as jobDidCancel(). Selector: jobDidError:
+    /// Keeps the error, then does as jobDidCancel().
+    /// Selector: jobDidError:
     virtual void jobDidError(const NSRef<NSError>& error);
 
 protected:

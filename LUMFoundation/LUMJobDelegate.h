@@ -3,6 +3,8 @@
 #include "LUMFoundation/LUMExport.h"
 #include "LUMPlatform/NSMethod.h"
 
+#include <span>
+
 class LUMJob;
 
 /// What hears the reports of a LUMJob; normally the queue that holds it.
@@ -17,7 +19,8 @@ public:
     virtual void jobDidResume(LUMJob& job) = 0; ///< Selector: jobDidResume:
     virtual void jobDidComplete(LUMJob& job) = 0; ///< Selector: jobDidComplete:
     virtual void jobDidCancel(LUMJob& job) = 0; ///< Selector: jobDidCancel:
-    /// Sent only by LUMJob::stateChanged(). Selector: jobStateDidChange:
+    /// Sent only by LUMJob::stateChanged().
+    /// Selector: jobStateDidChange:
     virtual void jobStateDidChange(LUMJob& job) = 0;
 
     /// The table of these methods, for NSClass::define or NSClass::extend of a class that is to answer them

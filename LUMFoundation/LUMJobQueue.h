@@ -3,6 +3,8 @@
 #include "LUMFoundation/LUMJob.h"
 #include "LUMFoundation/LUMJobQueueDelegate.h"
 
+#include <memory>
+
 class NSArray;
 
 namespace lum {
@@ -16,7 +18,7 @@ class StartCall;
 ///
 ///     auto queue = NSMake<LUMJobQueue>();
 ///     queue->setMaxConcurrentJobs(LUMJobQueue::numCores());
-///     queue->setDelegate(self);
+///     queue->setDelegate(overseer); // see LUMJobQueueDelegate
 ///     queue->addJob(job);
 ///     queue->startNextJobIfNeeded(); // adding starts nothing by itself
 ///
@@ -32,14 +34,16 @@ public:
     static const NSClass& classObject();
 
     /// The processors that the calling thread may run on, for setMaxConcurrentJobs(); else those online; else
-    /// 1. The queue itself does not ask. Selector: numCores
+    /// 1. The queue itself does not ask.
+    /// Selector: numCores
     static NSUInteger numCores();
 
     void lock() override; ///< Recursive. Selector: lock
     void unlock() override; ///< Selector: unlock
 
     /// The most jobs to be active at once; 1 in a new queue. 0 starts no more. A change takes effect at the
-    /// next startNextJobIfNeeded(), or when the next job ends. Selector: setMaxConcurrentJobs:
+    /// next startNextJobIfNeeded(), or when the next job ends.
+    /// Selector: setMaxConcurrentJobs:
     virtual void setMaxConcurrentJobs(NSUInteger maximum);
     virtual NSUInteger maxConcurrentJobs() const; ///< Selector: maxConcurrentJobs
 
@@ -47,7 +51,8 @@ public:
     /// Selector: numberOfActiveJobs
     virtual NSUInteger numberOfActiveJobs() const;
     virtual NSUInteger numberOfPendingJobs() const; ///< Takes the lock. Selector: numberOfPendingJobs
-    /// Pending and active; paused ones are among the active. Takes the lock. Selector: numberOfJobs
+    /// Pending and active; paused ones are among the active. Takes the lock.
+    /// Selector: numberOfJobs
     virtual NSUInteger numberOfJobs() const;
 
     /// The priority that each job is given when it starts; 1 in a new queue. It orders nothing.
@@ -56,13 +61,16 @@ public:
     virtual double priority() const; ///< Selector: priority
 
     /// Sets who hears of the jobs, without owning it. Raises LUMJobQueueDelegateException, and keeps the old
-    /// one, for an object that does not declare LUMJobQueueDelegate, null included. Selector: setDelegate:
+    /// one, for an object that does not declare LUMJobQueueDelegate, null included.
+    /// Selector: setDelegate:
     virtual void setDelegate(const NSId& delegate);
-    /// Null before one is set and once it has ended. Selector: delegate
+    /// Null before one is set and once it has ended.
+    /// Selector: delegate
     virtual NSRef<LUMJobQueueDelegate> delegate() const;
 
     /// Appends the job to the pending ones and becomes its delegate. Starts nothing. Takes the lock. Raises
-    /// NSInvalidArgumentException for null. Selector: addJob:
+    /// NSInvalidArgumentException for null.
+    /// Selector: addJob:
     virtual void addJob(const NSRef<LUMJob>& job);
 
     /// Starts pending jobs, the first added first, while fewer than the maximum are active. Each gets the
@@ -74,20 +82,26 @@ public:
     /// Takes a pending job out, tells the delegate that it was cancelled, and starts others, without a word
     /// to the job; sends an active one cancel(), upon which it reports in its own time. Nothing for any
     /// other, or null. Holds the lock throughout. A job is pending until it reports its start: one that
-    /// another thread is just starting is told as cancelled, and starts nevertheless. Selector: cancelJob:
+    /// another thread is just starting is told as cancelled, and starts nevertheless.
+    /// Selector: cancelJob:
     virtual void cancelJob(const NSRef<LUMJob>& job);
     /// Sends cancel() to every active job, with no lock. Pending jobs stay, and start as the active ones
-    /// report. To empty the queue set the maximum to 0 first. Selector: cancelAllJobs
+    /// report. To empty the queue set the maximum to 0 first.
+    /// Selector: cancelAllJobs
     virtual void cancelAllJobs();
 
-    /// The active jobs now, one entry for each time a job counts. Takes the lock. Selector: activeJobs
+    /// The active jobs now, one entry for each time a job counts. Takes the lock.
+    /// Selector: activeJobs
     virtual NSRef<NSArray> activeJobs() const;
 
-    /// Moves the job from pending to active and tells the delegate. Takes no lock. Selector: jobDidStart:
+    /// Moves the job from pending to active and tells the delegate. Takes no lock.
+    /// Selector: jobDidStart:
     void jobDidStart(LUMJob& job) override;
-    /// Lists the job as paused and tells the delegate of a resume, under the lock. Selector: jobDidPause:
+    /// Lists the job as paused and tells the delegate of a resume, under the lock.
+    /// Selector: jobDidPause:
     void jobDidPause(LUMJob& job) override;
-    /// Counts the job once more and tells the delegate, under the lock. Selector: jobDidResume:
+    /// Counts the job once more and tells the delegate, under the lock.
+    /// Selector: jobDidResume:
     void jobDidResume(LUMJob& job) override;
     /// Takes the job out under the lock; without it, tells the delegate and starts others.
     /// Selector: jobDidComplete:

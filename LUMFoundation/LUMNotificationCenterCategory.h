@@ -9,6 +9,9 @@
 /// it. What an observer throws is thrown here. A caller for whom the main thread waits deadlocks, and without
 /// a main loop (see NSThread) a caller on another thread waits for ever. A null centre does nothing. Threads:
 /// any.
+///
+///     auto center = NSNotificationCenter::defaultCenter(); // on a thread that does the work
+///     LUMNotificationCenterCategory::postNotificationNameOnMainThread(center, "TrackDidEnd", track);
 namespace LUMNotificationCenterCategory {
 
 /// Posts a notification made of the three. Raises NSInvalidArgumentException for a null name.
@@ -18,7 +21,8 @@ LUM_EXPORT void postNotificationNameOnMainThread(const NSRef<NSNotificationCente
     const NSRef<NSString>& name, const NSId& object = nullptr, const NSRef<NSDictionary>& userInfo = nullptr);
 
 /// Has the centre perform handleMainThreadPosting: on the main thread. Raises NSInvalidArgumentException for
-/// a null notification. Selector: postNotificationOnMainThread:
+/// a null notification.
+/// Selector: postNotificationOnMainThread:
 LUM_EXPORT void postNotificationOnMainThread(
     const NSRef<NSNotificationCenter>& center, const NSRef<NSNotification>& notification);
 

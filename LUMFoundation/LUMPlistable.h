@@ -24,7 +24,6 @@ namespace LUMPlistable {
 ///
 /// Linear in the number of objects met, without recursion. Threads: any, as long as nobody changes the
 /// objects; a container that is changed meanwhile raises NSGenericException.
-///
 /// Selector: isPlistable
 LUM_EXPORT bool isPlistable(const NSId& object);
 

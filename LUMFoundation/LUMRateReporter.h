@@ -4,6 +4,7 @@
 #include "LUMPlatform/NSObject.h"
 
 #include <array>
+#include <cstdint>
 
 /// How many moments of its window a LUMRateReporter remembers.
 inline constexpr std::int32_t kNumSamples = 20;
@@ -25,15 +26,18 @@ public:
     static const NSClass& classObject();
 
     /// Makes a reporter with a window of that many seconds. Any value is taken: with 0 the reporter follows
-    /// the latest total and the rate divides by 0. Selector: initWithTimeWindow:
+    /// the latest total and the rate divides by 0.
+    /// Selector: initWithTimeWindow:
     static NSRef<LUMRateReporter> initWithTimeWindow(double window);
 
     /// Takes the total as it is now. A total less than a twentieth of the window after the last one kept is
-    /// dropped; one that comes later stands for every twentieth passed meanwhile. Selector: addSample:
+    /// dropped; one that comes later stands for every twentieth passed meanwhile.
+    /// Selector: addSample:
     void addSample(double total);
 
     /// Total units per second; 0 until two totals have been kept. It is a little low, most so while the first
-    /// window fills, because n kept values lie n - 1 steps apart but count as n steps. Selector: rate
+    /// window fills, because n kept values lie n - 1 steps apart but count as n steps.
+    /// Selector: rate
     double rate() const;
 
 protected:
@@ -41,8 +45,8 @@ protected:
     ~LUMRateReporter() override;
 
     /// The time in seconds, of which only differences matter; a subclass may count another time than the
-    /// clock's. A time that goes back is not repaired: nothing is kept, and the newest kept total becomes
-    /// the one as many steps before.
+    /// clock's. A time that goes back is not repaired: nothing is kept, and the newest kept total becomes the
+    /// one as many steps before.
     virtual double currentTime() const;
 
 private:

@@ -25,7 +25,6 @@ namespace LUMSerializedPlist {
 ///
 /// Linear in the number of objects met, but for the sorting of keys, and without recursion. Threads: any, as
 /// long as nobody changes the objects; an array that is changed meanwhile raises NSGenericException.
-///
 /// Selector: serializedPlist
 LUM_EXPORT NSRef<NSData> serializedPlist(const NSId& object);
 

@@ -38,11 +38,14 @@ extern LUM_EXPORT const NSStringConstant OVFileWatcherAccessRevocationNotificati
 /// Null paths are ignored. Threads: see the class.
 class LUM_EXPORT OVFileWatcher : public NSProtocol {
 public:
-    /// Starts watching a path. Selector: addPath:
+    /// Starts watching a path.
+    /// Selector: addPath:
     virtual void addPath(const NSRef<NSString>& path) = 0;
-    /// Ends watching a path. Selector: removePath:
+    /// Ends watching a path.
+    /// Selector: removePath:
     virtual void removePath(const NSRef<NSString>& path) = 0;
-    /// The delegate, which the watcher does not own; null when there is none. Selector: delegate
+    /// The delegate, which the watcher does not own; null when there is none.
+    /// Selector: delegate
     virtual NSId delegate() const = 0;
     /// Selector: setDelegate:
     virtual void setDelegate(const NSId& delegate) = 0;

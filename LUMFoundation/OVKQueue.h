@@ -3,6 +3,7 @@
 #include "LUMFoundation/OVFileWatcher.h"
 
 #include <atomic>
+#include <cstdint>
 #include <memory>
 
 namespace lum {
@@ -46,50 +47,64 @@ public:
     static const NSClass& classObject();
 
     /// A watcher of the whole process, made when first asked for and never destroyed. Null when it could not
-    /// be made. Selector: sharedFileWatcher
+    /// be made.
+    /// Selector: sharedFileWatcher
     static NSRef<OVKQueue> sharedFileWatcher();
 
     /// A watcher of nothing yet, with its thread running. Null when the system has no more event queues (on a
-    /// stock Linux a user may have 128), descriptors or threads. Selector: init
+    /// stock Linux a user may have 128), descriptors or threads.
+    /// Selector: init
     static NSRef<OVKQueue> init();
 
-    /// The descriptor of the system's event queue; for identity only, do not read it. Selector: queueFD
+    /// The descriptor of the system's event queue; for identity only, do not read it.
+    /// Selector: queueFD
     std::int32_t queueFD() const;
 
-    /// The same as addPath. Selector: addPathToQueue:
+    /// The same as addPath.
+    /// Selector: addPathToQueue:
     void addPathToQueue(const NSRef<NSString>& path);
-    /// Watches for renaming, writing, deletion and changes of attributes. Selector: addPath:
+    /// Watches for renaming, writing, deletion and changes of attributes.
+    /// Selector: addPath:
     void addPath(const NSRef<NSString>& path) override;
     /// Watches a path for what `flags` (OVKQueueNote) say. A path that cannot be opened, and null, are not
     /// watched, without a word. A path added twice is watched and reported twice. Beyond the system's limit
-    /// of watches a path is kept but never reports. Selector: addPathToQueue:notifyingAbout:
+    /// of watches a path is kept but never reports.
+    /// Selector: addPathToQueue:notifyingAbout:
     virtual void addPathToQueueNotifyingAbout(const NSRef<NSString>& path, std::uint32_t flags);
 
-    /// The same as removePathFromQueue. Selector: removePath:
+    /// The same as removePathFromQueue.
+    /// Selector: removePath:
     void removePath(const NSRef<NSString>& path) override;
     /// Ends the watching of a path, given as it was added: one addition per call, the first one. Does nothing
-    /// for a path that is not watched. Reports that wait are dropped. Selector: removePathFromQueue:
+    /// for a path that is not watched. Reports that wait are dropped.
+    /// Selector: removePathFromQueue:
     virtual void removePathFromQueue(const NSRef<NSString>& path);
-    /// Ends the watching of all paths. Selector: removeAllPathsFromQueue
+    /// Ends the watching of all paths.
+    /// Selector: removeAllPathsFromQueue
     virtual void removeAllPathsFromQueue();
 
     /// The body of the watcher's thread. It does nothing while that runs, which is from the watcher's
-    /// beginning to its end. Selector: watcherThread:
+    /// beginning to its end.
+    /// Selector: watcherThread:
     void watcherThread(const NSId& ignored);
 
     /// Reports a change to the delegate or the notification centre, as the watcher's thread does. On another
     /// thread than the main one it waits for the delegate's message to run there, and deadlocks when the main
-    /// thread waits for the caller. Raises what the delegate raises. Selector: postNotification:forFile:
+    /// thread waits for the caller. Raises what the delegate raises.
+    /// Selector: postNotification:forFile:
     void postNotification(const NSRef<NSString>& name, const NSRef<NSString>& path);
 
     /// Selector: delegate
     NSId delegate() const override;
-    /// Null for none. A report under way may still reach the old one. Selector: setDelegate:
+    /// Null for none. A report under way may still reach the old one.
+    /// Selector: setDelegate:
     void setDelegate(const NSId& delegate) override;
 
-    /// Whether notifications are posted although a delegate was told. Selector: alwaysNotify
+    /// Whether notifications are posted although a delegate was told.
+    /// Selector: alwaysNotify
     bool alwaysNotify() const;
-    /// Off at first. Selector: setAlwaysNotify:
+    /// Off at first.
+    /// Selector: setAlwaysNotify:
     void setAlwaysNotify(bool alwaysNotify);
 
     /// "OVKQueue { watchedPaths = (...), alwaysNotify = NO }"

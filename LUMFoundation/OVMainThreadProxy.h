@@ -33,27 +33,34 @@ public:
     static NSRef<OVMainThreadProxy> initWithTarget(const NSId& object);
 
     /// A new proxy for `object`; a proxy itself when `object` is one; null for null. Any object answers the
-    /// selector. Selector: mainThreadProxy
+    /// selector.
+    /// Selector: mainThreadProxy
     static NSId mainThreadProxy(const NSId& object);
-    /// The same. Selector: copyMainThreadProxy
+    /// The same.
+    /// Selector: copyMainThreadProxy
     static NSId copyMainThreadProxy(const NSId& object);
 
-    /// Whether the proxy's own class answers, or else the target. Selector: respondsToSelector:
+    /// Whether the proxy's own class answers, or else the target.
+    /// Selector: respondsToSelector:
     bool respondsToSelector(NSSelector selector) const override;
-    /// The proxy's own signature, or else the target's. Selector: methodSignatureForSelector:
+    /// The proxy's own signature, or else the target's.
+    /// Selector: methodSignatureForSelector:
     NSRef<NSMethodSignature> methodSignatureForSelector(NSSelector selector) const override;
 
     /// What the proxy's own class answers is performed on the proxy, here, and its result returned. Anything
     /// else is performed by the target on the main thread, waiting. Deliberate: that result is not passed
     /// back, it returns null. Send the selector itself to have the result. Raises NSInvalidArgumentException,
-    /// here and with nothing queued, when the target does not answer. Selector: performSelector:
+    /// here and with nothing queued, when the target does not answer.
+    /// Selector: performSelector:
     NSId performSelector(NSSelector selector) override;
-    /// The same with one argument, kept alive during the call. Selector: performSelector:withObject:
+    /// The same with one argument, kept alive during the call.
+    /// Selector: performSelector:withObject:
     NSId performSelectorWithObject(NSSelector selector, const NSId& object) override;
 
     /// Invokes `invocation` on the target on the main thread, waiting; the result stays in it, the target
     /// does not. Raises NSInvalidArgumentException, here and with nothing queued, when the target does not
-    /// answer. Selector: forwardInvocation:
+    /// answer.
+    /// Selector: forwardInvocation:
     void forwardInvocation(NSInvocation& invocation) override;
 
 protected:

@@ -3,6 +3,8 @@
 #include "LUMPlatform/FSRef.h"
 #include "LUMPlatform/NSArgument.h"
 
+#include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -51,6 +53,7 @@ inline constexpr FSCatalogInfoBitmap kFSCatInfoNone = 0;
 inline constexpr FSCatalogInfoBitmap kFSCatInfoVolume = 0x4;
 inline constexpr FSCatalogInfoBitmap kFSCatInfoFinderInfo = 0x800;
 
+/// What there is to know about an object, as far as it was asked for.
 struct FSCatalogInfo {
     FSVolumeRef volume;
     FileInfo finderInfo;
@@ -60,7 +63,15 @@ struct FSCatalogInfo {
 /// its name does not fit) and the folder that it is in (a reference to nothing for the root).
 ///
 /// Finder information is kept in the extended attribute user.com.apple.FinderInfo; where that is missing,
-/// what file servers keep in theirs is read. None at all is all zero, and no failure.
+/// what file servers keep in theirs is read. None at all is all zero, and no failure. -43 when the object is
+/// gone. Threads: as for the reference.
+///
+///     FSCatalogInfo info;
+///     if (FSGetCatalogInfo(file, kFSCatInfoFinderInfo, &info) == 0 && info.finderInfo.fileType == 0) {
+///         info.finderInfo.fileType = 0x41494646; // 'AIFF'
+///         if (FSSetCatalogInfo(file, kFSCatInfoFinderInfo, info) != 0)
+///             std::cerr << "not allowed\n";
+///     }
 NS_EXPORT OSStatus FSGetCatalogInfo(const FSRef& ref, FSCatalogInfoBitmap which, FSCatalogInfo* info,
     FSSpec* spec = nullptr, FSRef* parent = nullptr);
 
@@ -73,9 +84,8 @@ NS_EXPORT OSStatus FSSetCatalogInfo(const FSRef& ref, FSCatalogInfoBitmap which,
 /// its new name.
 ///
 /// -48 when something has that name, which stays as it is. -37 for a name that no object can have: empty,
-/// ".",
-/// "..", with a slash or NUL inside, longer than the file system allows, or with half a surrogate pair. Its
-/// own name is no change and no failure.
+/// ".", "..", with a slash or NUL inside, longer than the file system allows, or with half a surrogate pair.
+/// Its own name is no change and no failure.
 NS_EXPORT OSStatus FSRenameUnicode(const FSRef& ref, std::u16string_view name, FSRef* renamed);
 
 /// Makes an empty file in a folder; `made` may be null. Names as for FSRenameUnicode; -120 when `folder` is

@@ -2,6 +2,7 @@
 
 #include "LUMPlatform/FSRef.h"
 
+#include <cstdint>
 #include <memory>
 #include <string_view>
 
@@ -12,12 +13,12 @@ class FolderListing;
 /// A walk over the entries of one folder. It holds a descriptor until it is closed or destroyed.
 /// Threads: one at a time.
 ///
+///     FSRef folder, item;
 ///     FSIterator iterator;
-///     if (FSOpenIterator(folder, kFSIterateFlat, iterator) == 0) {
-///         FSRef item;
+///     if (FSPathMakeRef("/home/me/Takes", folder) == 0
+///         && FSOpenIterator(folder, kFSIterateFlat, iterator) == 0)
 ///         while (FSGetCatalogInfoBulk(iterator, item) == 0)
 ///             use(item);
-///     }
 class NS_EXPORT FSIterator {
 public:
     FSIterator();

@@ -66,14 +66,14 @@ private:
 NS_EXPORT OSStatus FSPathMakeRef(const std::string& path, FSRef& ref);
 
 /// The absolute path at which the object is now, free of symbolic links unless one was put in the place of a
-/// folder that moved. -43 when it is gone: it was
-/// removed, is not reachable by any path, or could not be found. The path was seen to lead to the object
-/// during the call. One system call while the object is held and has not moved; a search ends after
-/// 200,000 entries, or after 50 ms when the hundred nearest folders have been read.
+/// folder that moved. -43 when it is gone: it was removed, is not reachable by any path, or could not be
+/// found. The path was seen to lead to the object during the call. One system call while the object is held
+/// and has not moved; a search ends after 200,000 entries, or after 50 ms when the hundred nearest folders
+/// have been read.
 NS_EXPORT OSStatus FSRefMakePath(const FSRef& ref, std::string& path);
 
-/// 0 when both refer to the same object, -1420 when they do not, -1303 when even the volumes differ. Two
-/// hard links are the same object. Two references that name nothing are the same. No system call.
+/// 0 when both refer to the same object, -1420 when they do not, -1303 when even the volumes differ. Two hard
+/// links are the same object. Two references that name nothing are the same. No system call.
 NS_EXPORT OSStatus FSCompareFSRefs(const FSRef& a, const FSRef& b);
 
 /// An order of objects that stays while they exist, for those that have no better one: negative, 0 or

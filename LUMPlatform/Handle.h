@@ -2,6 +2,8 @@
 
 #include "LUMPlatform/NSError.h"
 
+#include <cstdint>
+
 /// A block of memory that may move while it is not locked: a pointer to the pointer to its bytes. `*handle`
 /// is where they are now, and is never null, also when there are none.
 ///
@@ -36,6 +38,7 @@ NS_EXPORT OSStatus PtrToHand(const void* bytes, Handle* handle, NSInteger size);
 /// Gives the memory back.
 NS_EXPORT void DisposeHandle(Handle handle);
 
+/// How many bytes the block has; 0 for null.
 NS_EXPORT NSInteger GetHandleSize(Handle handle);
 
 /// Locks the block, so that it does not move. Locking twice is locking once.

@@ -3,6 +3,7 @@
 #include "LUMPlatform/NSCoder.h"
 
 #include <memory>
+#include <span>
 
 class NSData;
 class NSError;
@@ -26,17 +27,20 @@ class NS_EXPORT NSArchiver : public NSCoder {
 public:
     static const NSClass& classObject();
 
-    /// An archive of one object, which may be null. Selector: archivedDataWithRootObject:
+    /// An archive of one object, which may be null.
+    /// Selector: archivedDataWithRootObject:
     static NSRef<NSData> archivedDataWithRootObject(const NSId& root);
     /// The same into a file, in one step; false, with the status of what failed, when it cannot be written.
     /// Selector: archiveRootObject:toFile:
     static bool archiveRootObject(
         const NSId& root, const NSRef<NSString>& path, NSRef<NSError>* error = nullptr);
     /// An archiver that appends to `data`, which it shares, whatever it is given to encode. Null raises
-    /// NSInvalidArgumentException. Selector: initForWritingWithMutableData:
+    /// NSInvalidArgumentException.
+    /// Selector: initForWritingWithMutableData:
     static NSRef<NSArchiver> initForWritingWithMutableData(const NSRef<NSMutableData>& data);
 
-    /// Where the archive goes. Selector: archiverData
+    /// Where the archive goes.
+    /// Selector: archiverData
     NSRef<NSMutableData> archiverData() const;
 
     void encodeObject(const NSId& object) override;

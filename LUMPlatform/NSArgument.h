@@ -3,8 +3,9 @@
 #include "LUMPlatform/NSObject.h"
 
 #include <array>
-#include <cmath>
+#include <cstdint>
 #include <cstring>
+#include <limits>
 #include <string_view>
 #include <type_traits>
 
@@ -14,7 +15,8 @@ class NSClass;
 /// "s", "S", "i", "I", "q", "Q", "f", "d", "^v", and structures by name. A structure joins in by a
 /// specialisation:
 ///
-///     template<> struct NSTypeCode<NSRange> { static constexpr const char* value = "{_NSRange=QQ}"; };
+///     struct Colour { float red, green, blue; };
+///     template<> struct NSTypeCode<Colour> { static constexpr const char* value = "{Colour=fff}"; };
 template<typename T> struct NSTypeCode {
     static constexpr const char* find()
     {
@@ -84,6 +86,10 @@ template<typename T> constexpr T NSSaturated(double value)
 /// Reading as another type converts between numbers (integers wrap to the narrower type; a floating-point
 /// value out of an integer's range gives the nearest one, not-a-number gives 0) and raises
 /// NSInvalidArgumentException for everything else that does not fit, a wrong class of object included.
+/// Threads: one at a time.
+///
+///     auto number = NSArgument::of(2.5);
+///     std::cout << number.code() << ' ' << number.as<int>(); // d 2
 class NS_EXPORT NSArgument {
 public:
     static constexpr std::size_t kMaxSize = 32;

@@ -3,7 +3,6 @@
 #include "LUMPlatform/NSFastEnumeration.h"
 
 #include <functional>
-#include <span>
 #include <vector>
 
 class NSEnumerator;
@@ -33,18 +32,22 @@ public:
     }
     static NSRef<NSArray> array(); ///< Selector: array
     static NSRef<NSArray> arrayWithObject(const NSId& object); ///< Selector: arrayWithObject:
-    /// The same elements; empty for null. Selector: arrayWithArray:
+    /// The same elements; empty for null.
+    /// Selector: arrayWithArray:
     static NSRef<NSArray> arrayWithArray(const NSRef<NSArray>& array);
     static NSRef<NSArray> arrayWithObjects(std::vector<NSId> objects); ///< Selector: arrayWithObjects:count:
 
-    /// The array at the top of a property list, as NSDictionary reads one. Selector: arrayWithContentsOfFile:
+    /// The array at the top of a property list, as NSDictionary reads one.
+    /// Selector: arrayWithContentsOfFile:
     static NSRef<NSArray> arrayWithContentsOfFile(
         const NSRef<NSString>& path, NSRef<NSError>* error = nullptr);
-    /// Writes the array as a property list in XML, as NSDictionary does. Selector: writeToFile:atomically:
+    /// Writes the array as a property list in XML, as NSDictionary does.
+    /// Selector: writeToFile:atomically:
     bool writeToFile(const NSRef<NSString>& path, bool atomically, NSRef<NSError>* error = nullptr) const;
 
     NSUInteger count() const { return mObjects.size(); } ///< Selector: count
-    /// As a `T`, null when the element is none. Constant time. Selector: objectAtIndex:
+    /// As a `T`, null when the element is none. Constant time.
+    /// Selector: objectAtIndex:
     template<typename T = NSObject> NSRef<T> objectAtIndex(NSUInteger index) const
     {
         if (index >= mObjects.size())
@@ -53,11 +56,13 @@ public:
     }
     NSId lastObject() const; ///< Null for an empty array. Selector: lastObject
 
-    /// The lowest index of an element equal to `object`. Selector: indexOfObject:
+    /// The lowest index of an element equal to `object`. Linear.
+    /// Selector: indexOfObject:
     NSUInteger indexOfObject(const NSId& object) const;
-    /// The lowest index of `object` itself. Selector: indexOfObjectIdenticalTo:
+    /// The lowest index of `object` itself. Linear.
+    /// Selector: indexOfObjectIdenticalTo:
     NSUInteger indexOfObjectIdenticalTo(const NSId& object) const;
-    bool containsObject(const NSId& object) const; ///< Selector: containsObject:
+    bool containsObject(const NSId& object) const; ///< Linear. Selector: containsObject:
 
     NSRef<NSArray> subarrayWithRange(NSRange range) const; ///< Selector: subarrayWithRange:
     NSRef<NSArray> arrayByAddingObject(const NSId& object) const; ///< Selector: arrayByAddingObject:
@@ -68,9 +73,11 @@ public:
     /// C++ form of sortedArrayUsingComparator:
     NSRef<NSArray> sortedArrayUsingComparator(const NSComparator& comparator) const;
     /// The same, comparing by a method such as compare: that takes the other element. Raises
-    /// NSInvalidArgumentException when an element does not answer it. Selector: sortedArrayUsingSelector:
+    /// NSInvalidArgumentException when an element does not answer it.
+    /// Selector: sortedArrayUsingSelector:
     NSRef<NSArray> sortedArrayUsingSelector(NSSelector compare) const;
-    /// The same by sort descriptors, the first deciding first. Selector: sortedArrayUsingDescriptors:
+    /// The same by sort descriptors, the first deciding first.
+    /// Selector: sortedArrayUsingDescriptors:
     NSRef<NSArray> sortedArrayUsingDescriptors(const NSRef<NSArray>& descriptors) const;
 
     void makeObjectsPerformSelector(NSSelector selector) const; ///< Selector: makeObjectsPerformSelector:
@@ -121,7 +128,12 @@ protected:
 };
 
 /// An ordered list that can be changed. Changing it during a loop over it raises NSGenericException at the
-/// loop's next step. Threads: one at a time.
+/// loop's next step. Adding and removing at the end take constant time, elsewhere time linear in what is
+/// behind. Threads: one at a time.
+///
+///     auto queue = NSMutableArray::of("intro", "verse");
+///     queue->insertObject("bridge", 1);
+///     queue->removeLastObject(); // intro, bridge
 class NS_EXPORT NSMutableArray : public NSArray {
 public:
     static const NSClass& classObject();
@@ -136,17 +148,21 @@ public:
     static NSRef<NSMutableArray> arrayWithArray(const NSRef<NSArray>& array);
 
     void addObject(const NSId& object); ///< Selector: addObject:
-    void addObjectsFromArray(const NSRef<NSArray>& other); ///< Selector: addObjectsFromArray:
-    /// At `index`, up to and including the count. Selector: insertObject:atIndex:
+    void addObjectsFromArray(const NSRef<NSArray>& other); ///< None for null. Selector: addObjectsFromArray:
+    /// At `index`, up to and including the count.
+    /// Selector: insertObject:atIndex:
     void insertObject(const NSId& object, NSUInteger index);
     void removeObjectAtIndex(NSUInteger index); ///< Selector: removeObjectAtIndex:
     void removeLastObject(); ///< Raises NSRangeException when empty. Selector: removeLastObject
     void removeObjectsInRange(NSRange range); ///< Selector: removeObjectsInRange:
-    /// Every element equal to `object`; linear in the count. Selector: removeObject:
+    /// Every element equal to `object`; linear in the count.
+    /// Selector: removeObject:
     void removeObject(const NSId& object);
-    /// Every occurrence of `object` itself. Selector: removeObjectIdenticalTo:
+    /// Every occurrence of `object` itself.
+    /// Selector: removeObjectIdenticalTo:
     void removeObjectIdenticalTo(const NSId& object);
-    /// Every element equal to one of `others`; linear in both counts. Selector: removeObjectsInArray:
+    /// Every element equal to one of `others`; linear in both counts.
+    /// Selector: removeObjectsInArray:
     void removeObjectsInArray(const NSRef<NSArray>& others);
     void removeAllObjects(); ///< Selector: removeAllObjects
     /// Selector: replaceObjectAtIndex:withObject:
@@ -160,9 +176,10 @@ public:
         ++mMutations;
     }
     /// The elements of `other` (none for null), however many, take the places of those in `range`; it may be
-    /// this array. Linear. Selector: replaceObjectsInRange:withObjectsFromArray:
+    /// this array. Linear.
+    /// Selector: replaceObjectsInRange:withObjectsFromArray:
     void replaceObjectsInRange(NSRange range, const NSRef<NSArray>& other);
-    void setArray(const NSRef<NSArray>& other); ///< Selector: setArray:
+    void setArray(const NSRef<NSArray>& other); ///< Empties it for null. Selector: setArray:
 
     NSId copy() const override; ///< An immutable array of the same elements.
 

@@ -2,18 +2,25 @@
 
 #include "LUMPlatform/NSMethod.h"
 
-#include <memory>
+#include <atomic>
+#include <span>
+#include <string_view>
 #include <vector>
 
 /// What a class is at run time: its name, its superclass, and the methods that answer dynamic calls.
 ///
 /// A class is defined once, by a static function of its C++ type, and lives as long as the process:
 ///
-///     const NSClass& Track::classObject()
-///     {
-///         static const NSClass& type = NSClass::define("Track", &NSObject::classObject(), kMethods);
-///         return type;
-///     }
+///     class Track : public NSObject {
+///     public:
+///         static const NSClass& classObject()
+///         {
+///             static constexpr NSMethod kMethods[] = { NSMethodOf<"play", &Track::play>() };
+///             static const NSClass& type = NSClass::define("Track", &NSObject::classObject(), kMethods);
+///             return type;
+///         }
+///         void play();
+///     };
 ///
 /// A type that defines none has the class of its base. Threads: any.
 class NS_EXPORT NSClass {

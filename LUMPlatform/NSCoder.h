@@ -3,6 +3,9 @@
 #include "LUMPlatform/NSArgument.h"
 #include "LUMPlatform/NSStringConstant.h"
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <span>
 
 class NSString;
@@ -19,22 +22,25 @@ class NS_EXPORT NSCoder : public NSObject {
 public:
     static const NSClass& classObject();
 
-    /// Whether values may go by key. Selector: allowsKeyedCoding
+    /// Whether values may go by key.
+    /// Selector: allowsKeyedCoding
     virtual bool allowsKeyedCoding() const;
 
     // Writing by key. Each key of an object is used once: again raises NSInvalidArchiveOperationException.
 
-    /// Null is written too. Selector: encodeObject:forKey:
+    /// Null is written too.
+    /// Selector: encodeObject:forKey:
     virtual void encodeObjectForKey(const NSId& object, const NSRef<NSString>& key);
     virtual void encodeBool(bool value, const NSRef<NSString>& key); ///< Selector: encodeBool:forKey:
     void encodeInt(int value, const NSRef<NSString>& key); ///< Selector: encodeInt:forKey:
     void encodeInt32(std::int32_t value, const NSRef<NSString>& key); ///< Selector: encodeInt32:forKey:
-    virtual void encodeInt64(
-        std::int64_t value, const NSRef<NSString>& key); ///< Selector: encodeInt64:forKey:
+    /// Selector: encodeInt64:forKey:
+    virtual void encodeInt64(std::int64_t value, const NSRef<NSString>& key);
     void encodeInteger(NSInteger value, const NSRef<NSString>& key); ///< Selector: encodeInteger:forKey:
     virtual void encodeFloat(float value, const NSRef<NSString>& key); ///< Selector: encodeFloat:forKey:
     virtual void encodeDouble(double value, const NSRef<NSString>& key); ///< Selector: encodeDouble:forKey:
-    /// A copy of the bytes. Selector: encodeBytes:length:forKey:
+    /// A copy of the bytes.
+    /// Selector: encodeBytes:length:forKey:
     virtual void encodeBytesForKey(const void* bytes, NSUInteger length, const NSRef<NSString>& key);
 
     // Reading by key. A key that was not written reads as null, false or 0.
@@ -67,10 +73,12 @@ public:
         const std::array<NSArgument, sizeof...(values)> list { NSArgument::of(values)... };
         encodeGroup(list);
     }
-    /// A copy of the bytes. Selector: encodeBytes:length:
+    /// A copy of the bytes.
+    /// Selector: encodeBytes:length:
     virtual void encodeBytes(const void* bytes, NSUInteger length);
 
-    /// As decodeObjectForKey. Selector: decodeObject
+    /// As decodeObjectForKey.
+    /// Selector: decodeObject
     template<typename T = NSObject> NSRef<T> decodeObject() { return expected<T>(nextObject()); }
     /// Reads a group into variables, each of a type of the kind that was written.
     /// C++ form of decodeValuesOfObjCTypes:
@@ -82,11 +90,12 @@ public:
         std::size_t at = 0;
         ((values = decoded<Values>(results[at++])), ...);
     }
-    /// As decodeBytesForKey. Selector: decodeBytesWithReturnedLength:
+    /// As decodeBytesForKey.
+    /// Selector: decodeBytesWithReturnedLength:
     virtual const void* decodeBytesWithReturnedLength(NSUInteger* length);
 
-    /// Tells the coder, while an object is made, which it will be. An object that others lead back to says
-    /// so before it reads them; a way back to one that has not is no object yet, and raises
+    /// Tells the coder, while an object is made, which it will be. An object that others lead back to says so
+    /// before it reads them; a way back to one that has not is no object yet, and raises
     /// NSInvalidUnarchiveOperationException.
     ///
     /// When the archive then turns out to be broken nobody gets the object, but objects that lead back to

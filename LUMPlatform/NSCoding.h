@@ -4,6 +4,7 @@
 #include "LUMPlatform/NSCoder.h"
 
 #include <concepts>
+#include <span>
 
 /// How the objects of one class go into archives and come out of them; what NSCoding::registerClass makes.
 struct NSClassCoding {
@@ -15,9 +16,9 @@ struct NSClassCoding {
 /// objects from it.
 ///
 /// An archive names classes, and nothing but a registered class is ever made from one, so what a foreign
-/// archive can bring to life is known. Strings, numbers, dates, data, collections and null are registered;
-/// a class of your own is by registerClass, once, before it is archived or read. Each class that is archived
-/// is registered for itself: a subclass with a class object of its own is not, just because its base is.
+/// archive can bring to life is known. Strings, numbers, dates, data, collections and null are registered; a
+/// class of your own is by registerClass, once, before it is archived or read. Each class that is archived is
+/// registered for itself: a subclass with a class object of its own is not, just because its base is.
 ///
 ///     class Track : public NSObject, public NSCoding {
 ///     public:
@@ -25,6 +26,10 @@ struct NSClassCoding {
 ///         static NSRef<Track> initWithCoder(NSCoder& coder);
 ///         void encodeWithCoder(NSCoder& coder) const override;
 ///         void undoDecoding() noexcept { mNext = nullptr; } // needed for announceObject
+///
+///     private:
+///         NSRef<NSString> mTitle;
+///         NSRef<Track> mNext;
 ///     };
 ///     void Track::encodeWithCoder(NSCoder& coder) const
 ///     {
@@ -39,7 +44,9 @@ struct NSClassCoding {
 ///         track->mNext = coder.decodeObjectForKey<Track>("next");
 ///         return track;
 ///     }
-///     ...
+///
+/// and where the program begins:
+///
 ///     NSCoding::registerClass<Track>();
 class NS_EXPORT NSCoding : public NSProtocol {
 public:

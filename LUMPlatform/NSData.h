@@ -2,6 +2,7 @@
 
 #include "LUMPlatform/NSObject.h"
 
+#include <cstddef>
 #include <cstdlib>
 #include <span>
 
@@ -14,7 +15,7 @@ class NSError;
 ///
 ///     auto data = NSData::dataWithBytes("abc", 3);
 ///     for (std::byte byte : data->bytes())
-///         ...
+///         std::cout << std::to_integer<int>(byte) << ' '; // 97 98 99
 class NS_EXPORT NSData : public NSObject {
 public:
     static const NSClass& classObject();
@@ -24,9 +25,11 @@ public:
     /// Selector: dataWithBytes:length:
     static NSRef<NSData> dataWithBytes(const void* bytes, NSUInteger length);
     /// Takes the bytes over without copying and gives them to `free` at its end, or at once when it cannot be
-    /// made; with a null function they must outlive the data. Selector: dataWithBytesNoCopy:length:
+    /// made; with a null function they must outlive the data.
+    /// Selector: dataWithBytesNoCopy:length:
     static NSRef<NSData> dataWithBytesNoCopy(void* bytes, NSUInteger length, void (*free)(void*) = std::free);
-    /// Empty for null. Selector: dataWithData:
+    /// Empty for null.
+    /// Selector: dataWithData:
     static NSRef<NSData> dataWithData(const NSRef<NSData>& other);
 
     /// The bytes of a file, to its end. Null, with the status of what failed, when it cannot be read: -43
@@ -42,7 +45,8 @@ public:
     bool writeToFile(const NSRef<NSString>& path, bool atomically, NSRef<NSError>* error = nullptr) const;
 
     NSUInteger length() const { return mLength; } ///< Selector: length
-    /// Valid while the data exists and, if it is mutable, is not changed. C++ form of bytes
+    /// Valid while the data exists and, if it is mutable, is not changed.
+    /// C++ form of bytes
     std::span<const std::byte> bytes() const { return { mBytes, mLength }; }
     NSRef<NSData> subdataWithRange(NSRange range) const; ///< A copy of a part. Selector: subdataWithRange:
 
@@ -68,20 +72,26 @@ protected:
 };
 
 /// Bytes that can be changed. A change that finds no memory raises NSMallocException and changes nothing.
-/// Threads: one at a time.
+/// Appending takes time linear in what is appended, on average. Threads: one at a time.
+///
+///     auto message = NSMutableData::data();
+///     message->appendBytes("abc", 3);
+///     message->setLength(8); // filled up with zeros
 class NS_EXPORT NSMutableData : public NSData {
 public:
     static const NSClass& classObject();
 
     static NSRef<NSMutableData> data(); ///< Selector: data
-    /// Empty, with room for `capacity` bytes. Selector: dataWithCapacity:
+    /// Empty, with room for `capacity` bytes.
+    /// Selector: dataWithCapacity:
     static NSRef<NSMutableData> dataWithCapacity(NSUInteger capacity);
     static NSRef<NSMutableData> dataWithLength(NSUInteger length); ///< Zeros. Selector: dataWithLength:
     /// Selector: dataWithBytes:length:
     static NSRef<NSMutableData> dataWithBytes(const void* bytes, NSUInteger length);
     static NSRef<NSMutableData> dataWithData(const NSRef<NSData>& other); ///< Selector: dataWithData:
 
-    /// Valid until the next change. C++ form of mutableBytes
+    /// Valid until the next change.
+    /// C++ form of mutableBytes
     std::span<std::byte> mutableBytes() { return { mBytes, mLength }; }
     void appendBytes(const void* bytes, NSUInteger length); ///< Selector: appendBytes:length:
     void appendData(const NSRef<NSData>& other); ///< Nothing for null. Selector: appendData:

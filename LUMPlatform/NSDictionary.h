@@ -43,18 +43,22 @@ public:
     /// Selector: dictionaryWithObjects:forKeys:
     static NSRef<NSDictionary> dictionaryWithObjects(
         const NSRef<NSArray>& objects, const NSRef<NSArray>& keys);
-    /// The same with plain lists. Selector: dictionaryWithObjects:forKeys:count:
+    /// The same with plain lists.
+    /// Selector: dictionaryWithObjects:forKeys:count:
     static NSRef<NSDictionary> dictionaryWithObjectsCount(
         std::span<const NSId> objects, std::span<const NSId> keys);
     /// Reads value, key, value, key, ... and stops at the first null, with what it had read; a null key after
-    /// a value raises NSInvalidArgumentException. Selector: dictionaryWithObjectsAndKeys:
+    /// a value raises NSInvalidArgumentException.
+    /// Selector: dictionaryWithObjectsAndKeys:
     static NSRef<NSDictionary> dictionaryWithObjectsAndKeys(std::initializer_list<NSId> objectsAndKeys);
-    /// The same entries; empty for null. Selector: dictionaryWithDictionary:
+    /// The same entries; empty for null.
+    /// Selector: dictionaryWithDictionary:
     static NSRef<NSDictionary> dictionaryWithDictionary(const NSRef<NSDictionary>& other);
 
     /// The dictionary at the top of a property list, whatever its format. Null, with an error, when the file
     /// cannot be read (a status), is no property list, or has something else at its top (see
-    /// NSPropertyListSerialization). Selector: dictionaryWithContentsOfFile:
+    /// NSPropertyListSerialization).
+    /// Selector: dictionaryWithContentsOfFile:
     static NSRef<NSDictionary> dictionaryWithContentsOfFile(
         const NSRef<NSString>& path, NSRef<NSError>* error = nullptr);
     /// Writes the dictionary as a property list in XML; in one step when `atomically`, as NSData does. False,
@@ -63,7 +67,8 @@ public:
     bool writeToFile(const NSRef<NSString>& path, bool atomically, NSRef<NSError>* error = nullptr) const;
 
     NSUInteger count() const; ///< Selector: count
-    /// As a `T`; null when there is none, or the value is no T, or `key` is null. Selector: objectForKey:
+    /// As a `T`; null when there is none, or the value is no T, or `key` is null.
+    /// Selector: objectForKey:
     template<typename T = NSObject> NSRef<T> objectForKey(const NSId& key) const
     {
         return NSCast<T>(valueOf(key));
@@ -104,8 +109,12 @@ private:
     NSUInteger endPosition() const;
 };
 
-/// A table of objects by key that can be changed. Changing it during a loop over it raises
-/// NSGenericException at the loop's next step. Threads: one at a time.
+/// A table of objects by key that can be changed. Changing it during a loop over it raises NSGenericException
+/// at the loop's next step. Threads: one at a time.
+///
+///     auto settings = NSMutableDictionary::dictionary();
+///     settings->setObject(0.5, "volume");
+///     settings->removeObjectForKey("muted");
 class NS_EXPORT NSMutableDictionary : public NSDictionary {
 public:
     static const NSClass& classObject();
@@ -120,13 +129,17 @@ public:
     /// Replaces the value of a key that is there, which keeps its place in the order.
     /// Selector: setObject:forKey:
     void setObject(const NSId& object, const NSId& key);
-    /// Nothing happens when there is none. A null key raises. Selector: removeObjectForKey:
+    /// Nothing happens when there is none. A null key raises.
+    /// Selector: removeObjectForKey:
     void removeObjectForKey(const NSId& key);
-    void removeObjectsForKeys(const NSRef<NSArray>& keys); ///< Selector: removeObjectsForKeys:
+    /// Nothing for null.
+    /// Selector: removeObjectsForKeys:
+    void removeObjectsForKeys(const NSRef<NSArray>& keys);
     void removeAllObjects(); ///< Selector: removeAllObjects
-    /// Its entries replace those of equal keys. Selector: addEntriesFromDictionary:
+    /// Its entries replace those of equal keys. Nothing for null.
+    /// Selector: addEntriesFromDictionary:
     void addEntriesFromDictionary(const NSRef<NSDictionary>& other);
-    void setDictionary(const NSRef<NSDictionary>& other); ///< Selector: setDictionary:
+    void setDictionary(const NSRef<NSDictionary>& other); ///< Empties it for null. Selector: setDictionary:
 
     NSId copy() const override; ///< An immutable dictionary of the same entries.
 

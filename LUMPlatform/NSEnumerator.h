@@ -2,7 +2,8 @@
 
 #include "LUMPlatform/NSFastEnumeration.h"
 
-#include <optional>
+#include <cstddef>
+#include <iterator>
 
 class NSArray;
 
@@ -15,7 +16,8 @@ class NS_EXPORT NSEnumerator : public NSObject {
 public:
     static const NSClass& classObject();
 
-    /// The next object; null once there is none, and from then on. Selector: nextObject
+    /// The next object; null once there is none, and from then on.
+    /// Selector: nextObject
     virtual NSId nextObject() = 0;
     virtual NSRef<NSArray> allObjects(); ///< Those not handed out yet; uses them up. Selector: allObjects
 

@@ -3,6 +3,8 @@
 #include "LUMPlatform/NSDictionary.h"
 #include "LUMPlatform/NSStringConstant.h"
 
+#include <cstdint>
+
 /// The result of a call that reports failure by a number; 0 is success.
 using OSStatus = std::int32_t;
 
@@ -31,7 +33,8 @@ public:
     /// The text under NSLocalizedDescriptionKey, or one made of the failure reason, domain and code.
     /// Selector: localizedDescription
     NSRef<NSString> localizedDescription() const;
-    /// The text under NSLocalizedFailureReasonErrorKey, or null. Selector: localizedFailureReason
+    /// The text under NSLocalizedFailureReasonErrorKey, or null.
+    /// Selector: localizedFailureReason
     NSRef<NSString> localizedFailureReason() const;
 
     bool isEqual(const NSId& other) const override; ///< Equal domain, code and information.

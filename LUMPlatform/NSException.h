@@ -4,7 +4,6 @@
 #include "LUMPlatform/NSStringConstant.h"
 
 #include <exception>
-#include <string>
 
 class NSDictionary;
 
@@ -35,8 +34,11 @@ private:
     NSRef<Content> mContent; // shared by all copies
 };
 
+/// An argument is null, or of a kind that the operation does not take; or nobody answers a selector.
 extern NS_EXPORT const NSStringConstant NSInvalidArgumentException;
+/// An index or a range does not lie inside, or a number does not fit.
 extern NS_EXPORT const NSStringConstant NSRangeException;
+/// An object is used in a state in which it cannot be, as a lock that the caller does not hold.
 extern NS_EXPORT const NSStringConstant NSInternalInconsistencyException;
 /// A collection was changed while a loop went over it.
 extern NS_EXPORT const NSStringConstant NSGenericException;

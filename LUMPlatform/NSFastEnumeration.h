@@ -2,6 +2,7 @@
 
 #include "LUMPlatform/NSObject.h"
 
+#include <cstddef>
 #include <iterator>
 
 /// What every collection's begin() and end() give: a walk that keeps each element alive while it is looked

@@ -3,6 +3,10 @@
 #include "LUMPlatform/NSStringConstant.h"
 
 // The keys of what NSFileManager::attributesOfItemAtPath tells of a file, and the values of NSFileType.
+//
+//     auto attributes = manager->attributesOfItemAtPath("/home/me/Take 1.aif");
+//     if (attributes && NSEqual(attributes->objectForKey(NSFileType), NSFileTypeRegular))
+//         std::cout << attributes->objectForKey(NSFileSize) << " bytes\n";
 
 /// What it is: one of the NSFileType... texts below.
 extern NS_EXPORT const NSStringConstant NSFileType;

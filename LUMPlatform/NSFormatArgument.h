@@ -9,18 +9,21 @@
 #include <string_view>
 #include <type_traits>
 
-/// One argument of a format, which remembers its type, so that a conversion that does not suit it is
-/// defined: see NSString::stringWithFormat. Made implicitly; texts and objects are borrowed, so it lives
-/// no longer than the call.
+/// One argument of a format, which remembers its type, so that a conversion that does not suit it is defined:
+/// see NSString::stringWithFormat. Made implicitly; texts and objects are borrowed, so it lives no longer
+/// than the call. Threads: one at a time.
+///
+///     const NSFormatArgument list[] = { 42, "tracks" };
+///     auto line = NSString::stringWithFormatArguments("%d %s", list); // 42 tracks
 class NSFormatArgument {
 public:
-    enum class Kind : uint8_t { Signed, Unsigned, Double, Bytes, Units, Object, Pointer };
+    enum class Kind : std::uint8_t { Signed, Unsigned, Double, Bytes, Units, Object, Pointer };
 
     template<std::integral T>
     NSFormatArgument(T value)
         : mKind(std::is_signed_v<T> ? Kind::Signed : Kind::Unsigned)
         , mBits(sizeof(T) < sizeof(int) ? 8 * sizeof(int) : 8 * sizeof(T))
-        , mInteger(static_cast<uint64_t>(value))
+        , mInteger(static_cast<std::uint64_t>(value))
     {
     }
     /// An enumeration that converts to a number by itself.
@@ -53,26 +56,27 @@ public:
     NSFormatArgument(std::nullptr_t) : mKind(Kind::Object), mObject(nullptr) { }
     NSFormatArgument(const void* pointer) : mKind(Kind::Pointer), mPointer(pointer) { }
 
+    /// Which of the following says what it is.
     Kind kind() const { return mKind; }
     /// The width of the integer's type, never less than that of int.
     unsigned bits() const { return mBits; }
     /// The integer, extended to 64 bits by the rules of its own type.
-    uint64_t integer() const { return mInteger; }
+    std::uint64_t integer() const { return mInteger; }
     double number() const { return mDouble; }
     const void* pointer() const { return mKind == Kind::Object ? mObject : mPointer; }
     const NSObject* object() const { return mObject; }
     /// At most `limit` bytes of a C string or byte text.
-    NS_EXPORT std::string_view bytes(size_t limit) const;
+    NS_EXPORT std::string_view bytes(std::size_t limit) const;
     std::u16string_view units() const { return { static_cast<const char16_t*>(mPointer), mLength }; }
 
 private:
-    static constexpr size_t kTerminated = SIZE_MAX;
+    static constexpr std::size_t kTerminated = SIZE_MAX;
 
     Kind mKind;
     unsigned mBits = 0;
-    size_t mLength = 0;
+    std::size_t mLength = 0;
     union {
-        uint64_t mInteger;
+        std::uint64_t mInteger;
         double mDouble;
         const void* mPointer;
         const NSObject* mObject;

@@ -55,6 +55,10 @@ protected:
 };
 
 /// A set of indexes that can grow. Threads: one at a time.
+///
+///     auto chosen = NSMutableIndexSet::indexSet();
+///     chosen->addIndex(7);
+///     chosen->addIndexesInRange({ 0, 3 }); // 0, 1, 2, 7
 class NS_EXPORT NSMutableIndexSet : public NSIndexSet {
 public:
     static const NSClass& classObject();

@@ -2,7 +2,7 @@
 
 #include "LUMPlatform/NSSend.h"
 
-#include <cstddef>
+#include <memory>
 #include <vector>
 
 class NSMethodSignature;
@@ -21,7 +21,8 @@ class NS_EXPORT NSInvocation : public NSObject {
 public:
     static const NSClass& classObject();
 
-    /// Null for a null signature. Selector: invocationWithMethodSignature:
+    /// Null for a null signature.
+    /// Selector: invocationWithMethodSignature:
     static NSRef<NSInvocation> invocationWithMethodSignature(const NSRef<NSMethodSignature>& signature);
 
     NSRef<NSMethodSignature> methodSignature() const; ///< Selector: methodSignature
@@ -33,7 +34,8 @@ public:
     void setTarget(const NSId& target);
 
     /// Stores an argument, converted to the signature's type. Raises NSInvalidArgumentException when the
-    /// index is none of an argument, or the value does not fit. C++ form of setArgument:atIndex:
+    /// index is none of an argument, or the value does not fit.
+    /// C++ form of setArgument:atIndex:
     template<typename T> void setArgument(const T& value, NSUInteger index)
     {
         store(NSArgument::of(value), index);
@@ -45,7 +47,8 @@ public:
     {
         mResult.set(NSArgument::of(value).convertedTo(returnType()));
     }
-    /// The result of the last call; zero before the first. C++ form of getReturnValue:
+    /// The result of the last call; zero before the first.
+    /// C++ form of getReturnValue:
     template<typename T> T returnValue() const { return mResult.value().template as<T>(); }
     const NSArgument& result() const { return mResult.value(); }
 
@@ -53,7 +56,8 @@ public:
     bool argumentsRetained() const { return mRetained; } ///< Selector: argumentsRetained
 
     void invoke(); ///< Calls the target; with a null one the result is zero. Selector: invoke
-    /// Makes `target` the target and calls it. Raises what the method raises. Selector: invokeWithTarget:
+    /// Makes `target` the target and calls it. Raises what the method raises.
+    /// Selector: invokeWithTarget:
     void invokeWithTarget(const NSId& target);
 
 protected:

@@ -9,10 +9,10 @@ extern NS_EXPORT const NSStringConstant NSUndefinedKeyException;
 /// The values of an object by their names.
 ///
 ///     auto track = NSDictionary::of({ { "title", "Intro" }, { "seconds", 12 } });
-///     NSKeyValueCoding::valueForKey(track, "title"); // Intro
-///     NSKeyValueCoding::valueForKey(track, "@count"); // 2
 ///     auto album = NSDictionary::of({ { "tracks", NSArray::of(track) } });
-///     NSKeyValueCoding::valueForKeyPath(album, "tracks.title"); // (Intro)
+///     std::cout << NSKeyValueCoding::valueForKey(track, "title") << '\n' // Intro
+///               << NSKeyValueCoding::valueForKey(track, "@count") << '\n' // 2
+///               << NSKeyValueCoding::valueForKeyPath(album, "tracks.title"); // (Intro)
 namespace NSKeyValueCoding {
 
 /// The value of `object` that `key` names; null for a null object.
@@ -27,7 +27,6 @@ namespace NSKeyValueCoding {
 /// When nothing answers to the key, as for a null or empty key of anything but a dictionary, the object is
 /// sent valueForUndefinedKey:, which raises NSUndefinedKeyException unless its class answers otherwise.
 /// Arrays inside each other beyond 1,000 levels raise it, too. Threads: those of the object.
-///
 /// Selector: valueForKey:
 NS_EXPORT NSId valueForKey(const NSId& object, const NSRef<NSString>& key);
 

@@ -2,7 +2,9 @@
 
 #include "LUMPlatform/NSCoder.h"
 
+#include <cstdint>
 #include <memory>
+#include <span>
 
 class NSData;
 class NSError;
@@ -41,8 +43,9 @@ public:
     /// Selector: initForWritingWithMutableData:
     static NSRef<NSKeyedArchiver> initForWritingWithMutableData(const NSRef<NSMutableData>& data);
 
-    void setDelegate(
-        const NSRef<NSKeyedArchiverDelegate>& delegate); ///< Null for none. Selector: setDelegate:
+    /// Null for none.
+    /// Selector: setDelegate:
+    void setDelegate(const NSRef<NSKeyedArchiverDelegate>& delegate);
     NSRef<NSKeyedArchiverDelegate> delegate() const; ///< Selector: delegate
 
     /// Ends the archive; again does nothing. Raises NSMallocException when there is not enough memory.

@@ -5,7 +5,16 @@
 class NSKeyedArchiver;
 
 /// Follows an NSKeyedArchiver, and may replace objects on their way into the archive. Every operation has an
-/// implementation that does nothing. The archiver refers to its delegate weakly.
+/// implementation that does nothing. The archiver refers to its delegate weakly. Threads: that of the
+/// archiver.
+///
+///     class WithoutPictures : public NSObject, public NSKeyedArchiverDelegate {
+///     public:
+///         NSId archiverWillEncodeObject(NSKeyedArchiver&, const NSId& object) override
+///         {
+///             return NSCast<Picture>(object) ? nullptr : object;
+///         }
+///     };
 class NS_EXPORT NSKeyedArchiverDelegate : public NSProtocol {
 public:
     /// What to archive in place of `object`, wherever that is met; null for nothing at all. Asked once for

@@ -3,7 +3,9 @@
 #include "LUMPlatform/NSCoder.h"
 #include "LUMPlatform/NSDecodingLimits.h"
 
+#include <cstdint>
 #include <memory>
+#include <span>
 
 class NSData;
 class NSKeyedUnarchiverDelegate;
@@ -19,9 +21,9 @@ class KeyedDecoder;
 /// the limits raises NSInvalidUnarchiveOperationException; from then on, and after finishDecoding, everything
 /// does. What was made until then goes: collections are emptied and objects undo what they read
 /// (announceObject), so that none keeps itself alive; in a graph that is read and leads back into itself that
-/// is the reader's to do. Reading takes time and memory linear in the bytes.
-/// The depth that is limited is that of classes that decode themselves inside each other; collections are
-/// filled without recursion. Threads: one at a time.
+/// is the reader's to do. Reading takes time and memory linear in the bytes. The depth that is limited is
+/// that of classes that decode themselves inside each other; collections are filled without recursion.
+/// Threads: one at a time.
 ///
 ///     auto unarchiver = NSKeyedUnarchiver::initForReadingWithData(data);
 ///     unarchiver->setDelegate(standIns);
@@ -42,7 +44,8 @@ public:
     static NSRef<NSKeyedUnarchiver> initForReadingWithData(
         const NSRef<NSData>& data, const NSDecodingLimits& limits = {});
 
-    /// Null for none. Selector: setDelegate:
+    /// Null for none.
+    /// Selector: setDelegate:
     void setDelegate(const NSRef<NSKeyedUnarchiverDelegate>& delegate);
     NSRef<NSKeyedUnarchiverDelegate> delegate() const; ///< Selector: delegate
     /// Makes objects of `type`, which must be registered, where the archive names the class `name`, whether

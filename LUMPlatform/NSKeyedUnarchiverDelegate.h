@@ -6,7 +6,17 @@ class NSArray;
 class NSKeyedUnarchiver;
 
 /// Follows an NSKeyedUnarchiver, stands in for classes that are gone, and may replace objects. Every
-/// operation has an implementation that does nothing. The unarchiver refers to its delegate weakly.
+/// operation has an implementation that does nothing. The unarchiver refers to its delegate weakly. Threads:
+/// that of the unarchiver.
+///
+///     class StandIns : public NSObject, public NSKeyedUnarchiverDelegate {
+///     public:
+///         const NSClass* unarchiverCannotDecodeObjectOfClassName(
+///             NSKeyedUnarchiver&, const NSRef<NSString>& name, const NSRef<NSArray>&) override
+///         {
+///             return name->isEqualToString("OldTrack") ? &Track::classObject() : nullptr;
+///         }
+///     };
 class NS_EXPORT NSKeyedUnarchiverDelegate : public NSProtocol {
 public:
     /// The class to make an object of whose own, `name`, is not registered (NSCoding); null for none, which

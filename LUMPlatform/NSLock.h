@@ -7,7 +7,7 @@
 
 /// What can be locked. A std::lock_guard takes any of these:
 ///
-///     std::lock_guard guard(*file); // file is an NSRef to a class that conforms
+///     std::lock_guard guard(*take); // take is an NSRef to a class that conforms
 class NS_EXPORT NSLocking : public NSProtocol {
 public:
     virtual void lock() = 0; ///< Selector: lock
@@ -51,7 +51,8 @@ public:
     /// Takes the lock if it is free; whether it did. False also for the caller that holds it.
     /// Selector: tryLock
     bool tryLock();
-    /// Raises when the caller does not hold the lock: it is free, or another thread's. Selector: unlock
+    /// Raises when the caller does not hold the lock: it is free, or another thread's.
+    /// Selector: unlock
     void unlock() override;
 
 protected:
@@ -72,9 +73,11 @@ class NS_EXPORT NSRecursiveLock : public NSObject, public NSLocking {
 public:
     static const NSClass& classObject();
 
-    /// Waits until the lock is free or the caller's, and takes it once more. Selector: lock
+    /// Waits until the lock is free or the caller's, and takes it once more.
+    /// Selector: lock
     void lock() override;
-    /// Takes the lock if it is free or the caller's; whether it did. Selector: tryLock
+    /// Takes the lock if it is free or the caller's; whether it did.
+    /// Selector: tryLock
     bool tryLock();
     /// Gives back one of the caller's locks. Raises NSInternalInconsistencyException when it has none.
     /// Selector: unlock

@@ -18,10 +18,8 @@ NS_EXPORT NSLogSink NSSetLogSink(NSLogSink sink);
 ///
 ///     NSLog("Couldn't close file descriptor (%d)", errno);
 ///
-/// On standard error it looks like this, with the local time, the process and the thread, and goes out in one
-/// piece:
-///
-///     2026-03-09 14:05:07.120 incoming[4711:4715] Couldn't close file descriptor (9)
+/// On standard error it goes out in one piece, with the local time, the process and the thread, as
+/// "2026-03-09 14:05:07.120 incoming[4711:4715] Couldn't close file descriptor (9)".
 ///
 /// Threads: any. Leaves errno as it was.
 template<typename... Arguments> void NSLog(const NSRef<NSString>& format, const Arguments&... arguments);

@@ -3,8 +3,13 @@
 #include "LUMPlatform/NSArgument.h"
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <functional>
 #include <span>
+#include <string_view>
+#include <type_traits>
+#include <utility>
 
 /// One entry of a class's method table: a selector, the types its function has, and a way to call it.
 ///

@@ -2,6 +2,10 @@
 
 #include "LUMPlatform/NSString.h"
 
+#include <array>
+#include <string>
+#include <string_view>
+
 /// A text that can be changed in place.
 ///
 /// Positions beyond the text raise NSRangeException and change nothing. Null texts are empty ones. Threads:
@@ -14,14 +18,16 @@ class NS_EXPORT NSMutableString : public NSString {
 public:
     static const NSClass& classObject();
 
-    /// An empty string to fill. Selector: string
+    /// An empty string to fill.
+    /// Selector: string
     static NSRef<NSMutableString> string();
     /// Selector: stringWithString:
     static NSRef<NSMutableString> stringWithString(const NSRef<NSString>& text);
 
     /// Selector: appendString:
     void appendString(const NSRef<NSString>& text);
-    /// Appends what NSString::stringWithFormat makes; nothing for a null format. C++ form of appendFormat:
+    /// Appends what NSString::stringWithFormat makes; nothing for a null format.
+    /// C++ form of appendFormat:
     template<typename... Arguments>
     void appendFormat(const NSRef<NSString>& format, const Arguments&... arguments)
     {

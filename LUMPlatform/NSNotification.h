@@ -21,7 +21,8 @@ public:
     NSId object() const { return mObject; } ///< Selector: object
     NSRef<NSDictionary> userInfo() const { return mUserInfo; } ///< Selector: userInfo
 
-    /// Equal names and userInfo, and the same object. Selector: isEqual:
+    /// Equal names and userInfo, and the same object.
+    /// Selector: isEqual:
     bool isEqual(const NSId& other) const override;
     NSUInteger hash() const override;
     NSRef<NSString> description() const override;

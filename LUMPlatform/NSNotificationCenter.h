@@ -32,16 +32,17 @@ public:
     /// Selector: defaultCenter
     static NSRef<NSNotificationCenter> defaultCenter();
 
-    /// Registers `observer` for notifications of that name about that object; null stands for any.
-    /// Registered twice it is told twice. Raises NSInvalidArgumentException for a null observer or selector.
-    /// Takes constant time. Selector: addObserver:selector:name:object:
+    /// Registers `observer` for notifications of that name about that object; null stands for any. Registered
+    /// twice it is told twice. Raises NSInvalidArgumentException for a null observer or selector. Takes
+    /// constant time.
+    /// Selector: addObserver:selector:name:object:
     virtual void addObserver(
         const NSId& observer, NSSelector selector, const NSRef<NSString>& name, const NSId& object);
 
-    /// Removes all registrations of `observer` that were made with that name and that object.
-    /// Null leaves the name or the object out of the comparison, so with two nulls all of the observer's go;
-    /// but removing for a name and an object leaves those that were made with null. Nothing happens for a
-    /// null observer. Selector: removeObserver:name:object:; with nothing but the observer removeObserver:
+    /// Removes all registrations of `observer` that were made with that name and that object. Null leaves the
+    /// name or the object out of the comparison, so with two nulls all of the observer's go; but removing for
+    /// a name and an object leaves those that were made with null. Nothing happens for a null observer.
+    /// Selector: removeObserver:name:object:; with nothing but the observer removeObserver:
     virtual void removeObserver(
         const NSId& observer, const NSRef<NSString>& name = nullptr, const NSId& object = nullptr);
 

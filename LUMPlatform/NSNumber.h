@@ -2,6 +2,9 @@
 
 #include "LUMPlatform/NSObject.h"
 
+#include <cstdint>
+#include <type_traits>
+
 /// An immutable number or truth value as an object.
 ///
 /// It remembers the type it was made with, which objCType tells and property lists and archives keep;
@@ -16,7 +19,8 @@ class NS_EXPORT NSNumber : public NSObject {
 public:
     static const NSClass& classObject();
 
-    /// One of two shared objects. Selector: numberWithBool:
+    /// One of two shared objects.
+    /// Selector: numberWithBool:
     static NSRef<NSNumber> numberWithBool(bool value);
     static NSRef<NSNumber> numberWithChar(signed char value); ///< Selector: numberWithChar:
     static NSRef<NSNumber> numberWithUnsignedChar(unsigned char value); ///< Selector: numberWithUnsignedChar:
@@ -53,13 +57,15 @@ public:
     double doubleValue() const; ///< Selector: doubleValue
 
     /// The type code of the value kept: "c" for truth values and signed bytes, "s", "i", "q", "f", "d". An
-    /// unsigned value is kept in the next wider signed type, and as "Q" only from 2^63 on. Selector: objCType
+    /// unsigned value is kept in the next wider signed type, and as "Q" only from 2^63 on.
+    /// Selector: objCType
     const char* objCType() const;
     bool isBool() const { return mIsBool; } ///< Whether it is one of the two truth values.
     bool isFloatingPoint() const { return mType == 'f' || mType == 'd'; }
 
     /// By exact value: no integer is rounded to compare it with a floating-point value. Not-a-number is equal
-    /// to itself and comes before all others. Null raises NSInvalidArgumentException. Selector: compare:
+    /// to itself and comes before all others. Null raises NSInvalidArgumentException.
+    /// Selector: compare:
     NSComparisonResult compare(const NSRef<NSNumber>& other) const;
     bool isEqualToNumber(const NSRef<NSNumber>& other) const; ///< Selector: isEqualToNumber:
     bool isEqual(const NSId& other) const override;

@@ -7,9 +7,11 @@
 #include "LUMPlatform/NSTypes.h"
 
 #include <atomic>
+#include <concepts>
+#include <cstdint>
 #include <iosfwd>
-#include <string>
 #include <string_view>
+#include <type_traits>
 #include <typeinfo>
 
 class NSClass;
@@ -45,15 +47,19 @@ public:
     /// Equality by value, for the classes that have one; here identity. Never equal to null.
     /// Selector: isEqual:
     virtual bool isEqual(const NSId& other) const;
-    /// Equal objects have equal hashes. Selector: hash
+    /// Equal objects have equal hashes.
+    /// Selector: hash
     virtual NSUInteger hash() const;
-    /// The object in words; what `%@` and operator<< print. Never null. Selector: description
+    /// The object in words; what `%@` and operator<< print. Never null.
+    /// Selector: description
     virtual NSRef<NSString> description() const;
 
-    /// An immutable copy (an immutable object answers itself), owned by the caller.
-    /// Raises NSInvalidArgumentException for a class that cannot be copied. Selector: copy
+    /// An immutable copy (an immutable object answers itself), owned by the caller. Raises
+    /// NSInvalidArgumentException for a class that cannot be copied.
+    /// Selector: copy
     virtual NSId copy() const;
-    /// A mutable copy, owned by the caller; raises as copy does. Selector: mutableCopy
+    /// A mutable copy, owned by the caller; raises as copy does.
+    /// Selector: mutableCopy
     virtual NSId mutableCopy() const;
 
     /// Whether a dynamic call of `selector` is answered, by a method or by forwarding.
@@ -63,7 +69,8 @@ public:
     /// Selector: methodSignatureForSelector:
     virtual NSRef<NSMethodSignature> methodSignatureForSelector(NSSelector selector) const;
     /// Where a dynamic call goes that no method answers but whose signature is known; here it raises as
-    /// doesNotRecognizeSelector does. Selector: forwardInvocation:
+    /// doesNotRecognizeSelector does.
+    /// Selector: forwardInvocation:
     virtual void forwardInvocation(NSInvocation& invocation);
     /// Raises NSInvalidArgumentException: "-[Class sel]: unrecognized selector sent to instance 0x...".
     /// Selector: doesNotRecognizeSelector:
@@ -72,7 +79,8 @@ public:
     /// Sends `selector` and answers its object result; null for a method that returns anything else.
     /// Selector: performSelector:
     virtual NSId performSelector(NSSelector selector);
-    /// The same with one argument. Selector: performSelector:withObject:
+    /// The same with one argument.
+    /// Selector: performSelector:withObject:
     virtual NSId performSelectorWithObject(NSSelector selector, const NSId& object);
 
     void retain() const noexcept

@@ -45,7 +45,8 @@ public:
     ///
     /// Equal content gives equal bytes: dictionaries are written in the order of their keys by code unit.
     /// What dictionaries keep by their keys is written with the type it has: 1, 1.0 and true differ.
-    /// `options` are not used. Selector: dataWithPropertyList:format:options:error:
+    /// `options` are not used.
+    /// Selector: dataWithPropertyList:format:options:error:
     static NSRef<NSData> dataWithPropertyList(const NSId& propertyList, NSPropertyListFormat format,
         NSUInteger options = 0, NSRef<NSError>* error = nullptr);
     /// The same with the error as text, which is stored on failure only.
@@ -57,7 +58,8 @@ public:
     /// code 3840, for null, for what is none, and beyond the limits; then `format` is untouched.
     ///
     /// Values that the file shares are shared objects. Of a key that a dictionary has twice the last value
-    /// counts. `options` are NSPropertyListImmutable. Selector: propertyListWithData:options:format:error:
+    /// counts. `options` are NSPropertyListImmutable.
+    /// Selector: propertyListWithData:options:format:error:
     static NSId propertyListWithData(const NSRef<NSData>& data, NSUInteger options = NSPropertyListImmutable,
         NSPropertyListFormat* format = nullptr, NSRef<NSError>* error = nullptr,
         const NSDecodingLimits& limits = {});

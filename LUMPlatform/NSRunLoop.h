@@ -13,6 +13,7 @@
 ///     {
 ///         startWork();
 ///         NSRunLoop::main()->run(); // until something calls NSRunLoop::main()->stop()
+///         return 0;
 ///     }
 ///
 /// A program that runs GLib's default main context needs nothing of this: the calls are served there. Any
@@ -24,20 +25,23 @@ class NS_EXPORT NSRunLoop : public NSObject {
 public:
     static const NSClass& classObject();
 
-    /// Always the same object. Threads: any. Selector: mainRunLoop
+    /// Always the same object. Threads: any.
+    /// Selector: mainRunLoop
     static NSRef<NSRunLoop> main();
 
     /// Serves the calls for the main thread, and nothing else, until stop(). May be called again from within
     /// a call. An exception of a call that nobody waits for passes through; the loop may then be run again.
-    /// Raises NSInternalInconsistencyException on any other thread. Selector: run
+    /// Raises NSInternalInconsistencyException on any other thread.
+    /// Selector: run
     void run();
 
-    /// The same until `deadline` at most; at least what is queued now runs, even if that has passed.
-    /// Returns whether it was stopped.
+    /// The same until `deadline` at most; at least what is queued now runs, even if that has passed. Returns
+    /// whether it was stopped.
     bool runUntil(std::chrono::steady_clock::time_point deadline);
 
     /// Ends the innermost run() or runUntil() once the calls queued before this have run; does nothing when
-    /// none runs by then. Threads: any. Selector: stop
+    /// none runs by then. Threads: any.
+    /// Selector: stop
     void stop();
 
     /// A descriptor that is readable while a call waits, until drainMainQueue() has run it. It stays the same

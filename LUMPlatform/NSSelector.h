@@ -2,7 +2,6 @@
 
 #include "LUMPlatform/NSExport.h"
 
-#include <compare>
 #include <cstddef>
 #include <functional>
 #include <string_view>
@@ -13,7 +12,7 @@
 /// Selectors live as long as the process. Threads: any.
 ///
 ///     static const NSSelector setTitle("setTitle:");
-///     NSSend<void>(track, setTitle, "Intro");
+///     NSSend<void>(track, setTitle, title);
 class NS_EXPORT NSSelector {
 public:
     constexpr NSSelector() = default; ///< The null selector: its name is empty and nothing answers it.
@@ -21,17 +20,17 @@ public:
 
     std::string_view name() const { return mEntry ? mEntry->name : std::string_view(); }
     /// The number of arguments the name asks for: its colons.
-    size_t arity() const { return mEntry ? mEntry->arity : 0; }
+    std::size_t arity() const { return mEntry ? mEntry->arity : 0; }
     explicit operator bool() const { return mEntry != nullptr; }
     friend bool operator==(NSSelector, NSSelector) = default;
 
-    size_t hash() const { return mEntry ? mEntry->hash : 0; }
+    std::size_t hash() const { return mEntry ? mEntry->hash : 0; }
 
 private:
     struct Entry {
         std::string_view name;
-        size_t arity;
-        size_t hash;
+        std::size_t arity;
+        std::size_t hash;
     };
     friend struct NSSelectorTable;
 
@@ -39,5 +38,5 @@ private:
 };
 
 template<> struct std::hash<NSSelector> {
-    size_t operator()(NSSelector selector) const noexcept { return selector.hash(); }
+    std::size_t operator()(NSSelector selector) const noexcept { return selector.hash(); }
 };

@@ -2,6 +2,9 @@
 
 #include "LUMPlatform/NSClass.h"
 
+#include <array>
+#include <span>
+
 /// Calls what answers `selector`: a method of the receiver's class chain, an extension, or forwardInvocation.
 /// Raises NSInvalidArgumentException when nobody answers, when the number of arguments is not the method's,
 /// or when an argument is not of the method's type and cannot be converted (see NSArgument).

@@ -17,7 +17,7 @@ class SetTable;
 /// average. Threads: immutable sets may be shared; a mutable one belongs to one thread at a time.
 ///
 ///     if (NSSet::of("aif", "wav")->containsObject(name->pathExtension()))
-///         ...
+///         play(name);
 class NS_EXPORT NSSet : public NSObject {
 public:
     static const NSClass& classObject();
@@ -28,7 +28,8 @@ public:
         return setWithObjects({ NSId(values)... });
     }
     static NSRef<NSSet> set(); ///< Selector: set
-    /// Empty for null. Selector: setWithArray:
+    /// Empty for null.
+    /// Selector: setWithArray:
     static NSRef<NSSet> setWithArray(const NSRef<NSArray>& array);
     /// Selector: setWithObjects:count:
     static NSRef<NSSet> setWithObjects(std::initializer_list<NSId> objects);
@@ -67,6 +68,9 @@ private:
 
 /// A set of objects that can be changed. Changing it during a loop over it raises NSGenericException at the
 /// loop's next step. Threads: one at a time.
+///
+///     auto seen = NSMutableSet::set();
+///     seen->addObject(name);
 class NS_EXPORT NSMutableSet : public NSSet {
 public:
     static const NSClass& classObject();

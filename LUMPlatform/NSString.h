@@ -52,11 +52,13 @@ class NS_EXPORT NSString : public NSObject {
 public:
     static const NSClass& classObject();
 
-    /// The empty string. Selector: string
+    /// The empty string.
+    /// Selector: string
     static NSRef<NSString> string();
     /// Selector: stringWithString:
     static NSRef<NSString> stringWithString(const NSRef<NSString>& text);
-    /// Null when `utf8` is ill-formed. Selector: stringWithUTF8String:
+    /// Null when `utf8` is ill-formed.
+    /// Selector: stringWithUTF8String:
     static NSRef<NSString> stringWithUTF8String(std::string_view utf8);
     /// Selector: stringWithCharacters:length:
     static NSRef<NSString> stringWithCharacters(std::u16string_view characters);
@@ -77,7 +79,7 @@ public:
     /// it is. Bytes that are not UTF-8 are read as Mac OS Roman. A width or precision counts up to 65535. %#f
     /// is %f.
     ///
-    ///     NSString::stringWithFormat("%@: %.1f of %lld", name, 0.5, count);
+    ///     auto line = NSString::stringWithFormat("%@: %.1f of %lld", name, 0.5, count);
     ///
     /// Selector: stringWithFormat:
     template<typename... Arguments>
@@ -86,9 +88,11 @@ public:
         const std::array<NSFormatArgument, sizeof...(Arguments)> list { NSFormatArgument(arguments)... };
         return stringWithFormatArguments(format, list);
     }
-    /// The text of `data`; null when that is null or no text in `encoding`. Selector: initWithData:encoding:
+    /// The text of `data`; null when that is null or no text in `encoding`.
+    /// Selector: initWithData:encoding:
     static NSRef<NSString> initWithData(const NSRef<NSData>& data, NSStringEncoding encoding);
-    /// The same with a list of arguments. Selector: initWithFormat:arguments:
+    /// The same with a list of arguments.
+    /// Selector: initWithFormat:arguments:
     static NSRef<NSString> stringWithFormatArguments(
         const NSRef<NSString>& format, std::span<const NSFormatArgument> arguments);
 
@@ -117,11 +121,12 @@ public:
     NSId copy() const override;
     NSId mutableCopy() const override;
 
-    /// By code point after decomposition; a prefix is smaller. Equal are canonical equivalents too.
-    /// Linear. Selector: compare:
+    /// By code point after decomposition; a prefix is smaller. Equal are canonical equivalents too. Linear.
+    /// Selector: compare:
     NSComparisonResult compare(const NSRef<NSString>& other) const;
     /// The order under `options`, of which backwards and anchored do not count. It is a total order of
-    /// classes of texts that compare equal, so it may sort. Selector: compare:options:
+    /// classes of texts that compare equal, so it may sort.
+    /// Selector: compare:options:
     NSComparisonResult compareOptions(const NSRef<NSString>& other, NSStringCompareOptions options) const;
     /// Selector: caseInsensitiveCompare:
     NSComparisonResult caseInsensitiveCompare(const NSRef<NSString>& other) const;
@@ -129,23 +134,28 @@ public:
     /// Where `sought` occurs; {NSNotFound, 0} when it does not, and always for an empty or null `sought`.
     ///
     /// Unless literal, the range may be of another length than `sought`, and it never ends in front of a
-    /// combining mark: "e" is not in "e" + U+0301. Selector: rangeOfString:
+    /// combining mark: "e" is not in "e" + U+0301.
+    /// Selector: rangeOfString:
     NSRange rangeOfString(const NSRef<NSString>& sought) const;
     /// Selector: rangeOfString:options:
     NSRange rangeOfStringOptions(const NSRef<NSString>& sought, NSStringCompareOptions options) const;
-    /// Looks at `range` only. Selector: rangeOfString:options:range:
+    /// Looks at `range` only.
+    /// Selector: rangeOfString:options:range:
     NSRange rangeOfStringOptionsRange(
         const NSRef<NSString>& sought, NSStringCompareOptions options, NSRange range) const;
     /// The first character that is in `set`, of length 2 for a surrogate pair; {NSNotFound, 0} when there is
-    /// none. Selector: rangeOfCharacterFromSet:
+    /// none.
+    /// Selector: rangeOfCharacterFromSet:
     NSRange rangeOfCharacterFromSet(const NSRef<NSCharacterSet>& set) const;
     /// Deliberate: ignoring case has no effect on a set, as callers count on.
     /// Selector: rangeOfCharacterFromSet:options:
     NSRange rangeOfCharacterFromSetOptions(
         const NSRef<NSCharacterSet>& set, NSStringCompareOptions options) const;
-    /// False for an empty or null text, which is found nowhere. Selector: hasPrefix:
+    /// False for an empty or null text, which is found nowhere.
+    /// Selector: hasPrefix:
     bool hasPrefix(const NSRef<NSString>& prefix) const;
-    /// False for an empty or null text. Selector: hasSuffix:
+    /// False for an empty or null text.
+    /// Selector: hasSuffix:
     bool hasSuffix(const NSRef<NSString>& suffix) const;
 
     /// The pieces between the occurrences of `separator`, empty ones included: "a..b" by "." is "a", "", "b".
@@ -155,18 +165,22 @@ public:
 
     /// Selector: stringByAppendingString:
     NSRef<NSString> stringByAppendingString(const NSRef<NSString>& text) const;
-    /// Appends what stringWithFormat makes; nothing for a null format. C++ form of stringByAppendingFormat:
+    /// Appends what stringWithFormat makes; nothing for a null format.
+    /// C++ form of stringByAppendingFormat:
     template<typename... Arguments>
     NSRef<NSString> stringByAppendingFormat(
         const NSRef<NSString>& format, const Arguments&... arguments) const
     {
         return stringByAppendingString(stringWithFormat(format, arguments...));
     }
-    /// Without the members of `set` at both ends. Selector: stringByTrimmingCharactersInSet:
+    /// Without the members of `set` at both ends.
+    /// Selector: stringByTrimmingCharactersInSet:
     NSRef<NSString> stringByTrimmingCharactersInSet(const NSRef<NSCharacterSet>& set) const;
-    /// By the mapping of Unicode without a locale, which may change the length. Selector: lowercaseString
+    /// By the mapping of Unicode without a locale, which may change the length.
+    /// Selector: lowercaseString
     NSRef<NSString> lowercaseString() const;
-    /// U+00DF becomes "SS". Selector: uppercaseString
+    /// U+00DF becomes "SS".
+    /// Selector: uppercaseString
     NSRef<NSString> uppercaseString() const;
 
     /// The integer at the head, white space before it skipped and anything after it ignored; 0 without one.
@@ -178,17 +192,21 @@ public:
     /// Selector: longLongValue
     long long longLongValue() const;
     /// The number at the head, likewise: [+-] digits [. digits], then an exponent if there are digits in it.
-    /// Correctly rounded; infinite when too large. Selector: doubleValue
+    /// Correctly rounded; infinite when too large.
+    /// Selector: doubleValue
     double doubleValue() const;
-    /// doubleValue() as the nearest float. Selector: floatValue
+    /// doubleValue() as the nearest float.
+    /// Selector: floatValue
     float floatValue() const;
     /// True when white space is followed by T, t, Y or y, or by an optional sign, zeros, and a digit other
-    /// than 0, with white space allowed between these. "0.5", "no" and "on" are false. Selector: boolValue
+    /// than 0, with white space allowed between these. "0.5", "no" and "on" are false.
+    /// Selector: boolValue
     bool boolValue() const;
 
     // Paths. Only "/" separates. Results have single slashes and no trailing one, except the root.
 
-    /// Begins with "/" or "~". Selector: isAbsolutePath
+    /// Begins with "/" or "~".
+    /// Selector: isAbsolutePath
     bool isAbsolutePath() const;
     /// The names from the root on; "/" stands for a leading and for a trailing slash: "/a/" is "/", "a", "/".
     /// Selector: pathComponents
@@ -196,26 +214,34 @@ public:
     /// Joins strings to a path. Raises NSInvalidArgumentException for an element that is none.
     /// Selector: pathWithComponents:
     static NSRef<NSString> pathWithComponents(const NSRef<NSArray>& components);
-    /// The name; "/" of the root, empty of the empty path. Selector: lastPathComponent
+    /// The name; "/" of the root, empty of the empty path.
+    /// Selector: lastPathComponent
     NSRef<NSString> lastPathComponent() const;
-    /// What follows the last full stop of the name, unless that begins the name. Selector: pathExtension
+    /// What follows the last full stop of the name, unless that begins the name.
+    /// Selector: pathExtension
     NSRef<NSString> pathExtension() const;
-    /// "/" stays; a lone name gives the empty path. Selector: stringByDeletingLastPathComponent
+    /// "/" stays; a lone name gives the empty path.
+    /// Selector: stringByDeletingLastPathComponent
     NSRef<NSString> stringByDeletingLastPathComponent() const;
-    /// "a." loses its full stop. Selector: stringByDeletingPathExtension
+    /// "a." loses its full stop.
+    /// Selector: stringByDeletingPathExtension
     NSRef<NSString> stringByDeletingPathExtension() const;
-    /// "." and ".." are kept. Selector: stringByAppendingPathComponent:
+    /// "." and ".." are kept.
+    /// Selector: stringByAppendingPathComponent:
     NSRef<NSString> stringByAppendingPathComponent(const NSRef<NSString>& component) const;
     /// This path for an empty or null extension. Null for one that begins with "/", and when there is no name
-    /// to extend: the empty path and the root. Selector: stringByAppendingPathExtension:
+    /// to extend: the empty path and the root.
+    /// Selector: stringByAppendingPathExtension:
     NSRef<NSString> stringByAppendingPathExtension(const NSRef<NSString>& extension) const;
     /// Replaces a leading "~" or "~user" by that home directory; unchanged when there is none.
     /// Selector: stringByExpandingTildeInPath
     NSRef<NSString> stringByExpandingTildeInPath() const;
     /// Expands a tilde and drops "."; an absolute path also loses ".." and its symbolic links, as far as it
-    /// exists. Looks at the disk. Selector: stringByStandardizingPath
+    /// exists. Looks at the disk.
+    /// Selector: stringByStandardizingPath
     NSRef<NSString> stringByStandardizingPath() const;
-    /// The bytes that the file system knows this path by: utf8(). C++ form of fileSystemRepresentation
+    /// The bytes that the file system knows this path by: utf8().
+    /// C++ form of fileSystemRepresentation
     std::string fileSystemRepresentation() const;
 
     /// Whether every character has bytes in `encoding`. Canonical equivalents are not tried.

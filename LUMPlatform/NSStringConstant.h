@@ -2,6 +2,7 @@
 
 #include "LUMPlatform/NSObject.h"
 
+#include <atomic>
 #include <string_view>
 
 /// A global constant text: usable wherever a string or an object is wanted, at any time, from any thread.
@@ -9,7 +10,8 @@
 /// It is initialised by the compiler, so no order of initialisation matters, and its string, made at first
 /// use, lives as long as the process. Made from null it is a null string.
 ///
-///     extern const NSStringConstant TrackDidEndNotification;
+///     extern const NSStringConstant TrackDidEndNotification; // in a header, and in a source:
+///     constinit const NSStringConstant TrackDidEndNotification("TrackDidEndNotification");
 class NS_EXPORT NSStringConstant {
 public:
     constexpr explicit NSStringConstant(const char* text) : mText(text) { }

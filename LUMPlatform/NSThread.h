@@ -12,8 +12,10 @@
 /// The main thread is the one that entered main(); in a child made by fork() it is the one that goes on.
 /// Calls for it wait in one queue, first in, first out, and run when the main thread runs a loop that serves
 /// the queue: GLib's default main context (so GTK's loop, and Qt's as it comes), NSRunLoop::main()->run(), or
-/// any other that watches NSRunLoop's descriptor. Without one they wait for ever.
+/// any other that watches NSRunLoop's descriptor. Without one they wait for ever. Threads: any, for all of
+/// these.
 ///
+///     auto track = NSMake<Track>();
 ///     NSThread::detachNewThread([track] {
 ///         double seconds = track->measure();
 ///         NSThread::performOnMainThread([track, seconds] { track->show(seconds); });
@@ -22,11 +24,12 @@ class NS_EXPORT NSThread {
 public:
     NSThread() = delete;
 
-    /// Whether the caller is on the main thread. Selector: isMainThread
+    /// Whether the caller is on the main thread.
+    /// Selector: isMainThread
     static bool isMainThread();
 
-    /// Starts a thread that runs `body` and ends with it. An exception out of `body` ends the process.
-    /// Throws std::system_error when the system refuses a thread.
+    /// Starts a thread that runs `body` and ends with it. An exception out of `body` ends the process. Throws
+    /// std::system_error when the system refuses a thread.
     static void detachNewThread(std::function<void()> body);
 
     /// Runs `call` on the main thread, waits for it, and returns its result; at once, inline, on the main

@@ -5,7 +5,7 @@
 /// Text in URLs. Every string answers these as dynamic calls too. A null text answers null. Threads: any.
 ///
 ///     auto name = NSURLUtilities::stringByAddingPercentEscapesUsingEncoding("a b", NSUTF8StringEncoding);
-///     auto url = NSURL::URLWithString(name, folder); // a%20b
+///     auto url = NSURL::URLWithString(name, NSURL::fileURLWithPath("/home/me/")); // file:///home/me/a%20b
 namespace NSURLUtilities {
 
 /// Escapes the bytes of the text that may not stand in a URL. "%" is one of them, so what is escaped already

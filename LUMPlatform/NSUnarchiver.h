@@ -5,6 +5,7 @@
 
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 
 class NSData;
@@ -22,6 +23,10 @@ struct ClassCoding;
 /// these everything does. What was made until then goes: collections are emptied and objects undo what they
 /// read (announceObject), so that none keeps itself alive; in a graph that is read and leads back into itself
 /// that is the reader's to do. Threads: one at a time.
+///
+///     auto unarchiver = NSUnarchiver::initForReadingWithData(data);
+///     while (!unarchiver->isAtEnd())
+///         std::cout << unarchiver->decodeObject() << '\n';
 class NS_EXPORT NSUnarchiver : public NSCoder {
 public:
     static const NSClass& classObject();
@@ -29,18 +34,20 @@ public:
     /// The root object; null when that was archived. Null data raises NSInconsistentArchiveException.
     /// Selector: unarchiveObjectWithData:
     static NSId unarchiveObjectWithData(const NSRef<NSData>& data);
-    /// The same from a file; null when it cannot be read. Selector: unarchiveObjectWithFile:
+    /// The same from a file; null when it cannot be read.
+    /// Selector: unarchiveObjectWithFile:
     static NSId unarchiveObjectWithFile(const NSRef<NSString>& path);
     /// Reads values one after the other. Raises as unarchiveObjectWithData does.
     /// Selector: initForReadingWithData:
     static NSRef<NSUnarchiver> initForReadingWithData(
         const NSRef<NSData>& data, const NSDecodingLimits& limits = {});
 
-    /// Whether all is read. Selector: isAtEnd
+    /// Whether all is read.
+    /// Selector: isAtEnd
     bool isAtEnd() const;
     /// Makes objects of the class `trueName` where the archive names `nameInArchive`, whether there is a
-    /// class of that name or not. Raises NSInvalidArgumentException for a null name. Selector:
-    /// decodeClassName:asClassName:
+    /// class of that name or not. Raises NSInvalidArgumentException for a null name.
+    /// Selector: decodeClassName:asClassName:
     void decodeClassName(const NSRef<NSString>& nameInArchive, const NSRef<NSString>& trueName);
 
     const void* decodeBytesWithReturnedLength(NSUInteger* length) override;

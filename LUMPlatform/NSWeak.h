@@ -2,6 +2,12 @@
 
 #include "LUMPlatform/NSObject.h"
 
+#include <atomic>
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
 /// The shared record behind all weak references to one object. Internal to NSWeak.
 class NS_EXPORT NSWeakRecord {
 public:
@@ -37,8 +43,17 @@ private:
 ///
 /// For delegates, targets and other back pointers. To use the object take a reference first:
 ///
-///     if (NSRef<DownloadDelegate> delegate = mDelegate.get())
-///         delegate->downloadDidStart(*this);
+///     class Download : public NSObject {
+///     public:
+///         void start()
+///         {
+///             if (NSRef<DownloadDelegate> delegate = mDelegate.get())
+///                 delegate->downloadDidStart(*this);
+///         }
+///
+///     private:
+///         NSWeak<DownloadDelegate> mDelegate;
+///     };
 ///
 /// Threads: as NSRef; get() is safe against the object ending on another thread at that moment.
 template<typename T> class NSWeak {

@@ -14,7 +14,8 @@ class NS_EXPORT NSWorkspace : public NSObject {
 public:
     static const NSClass& classObject();
 
-    /// Always the same object. Selector: sharedWorkspace
+    /// Always the same object.
+    /// Selector: sharedWorkspace
     static NSRef<NSWorkspace> sharedWorkspace();
 
     /// A notification centre of its own, apart from the default one; always the same.
@@ -32,8 +33,8 @@ public:
     /// A symbolic link goes to the trash itself. What the desktop refuses, on volumes in memory for instance,
     /// goes to the trash at the top of the volume, or as a copy to the user's own. True when all of them
     /// went; the others are tried when one fails. A name with a slash, ".", "..", or what is no string fails,
-    /// as does any other operation and null. `tag`, which may be null, gets 0 or, on failure, -1. Selector:
-    /// performFileOperation:source:destination:files:tag:
+    /// as does any other operation and null. `tag`, which may be null, gets 0 or, on failure, -1.
+    /// Selector: performFileOperation:source:destination:files:tag:
     bool performFileOperation(const NSRef<NSString>& operation, const NSRef<NSString>& source,
         const NSRef<NSString>& destination, const NSRef<NSArray>& files, NSInteger* tag = nullptr);
 
@@ -45,10 +46,12 @@ public:
     /// Where no theme has a picture for it, or the library was built without LUM_DESKTOP, it is a simple one
     /// for a file, a folder, an application or an unknown file. The theme is chosen and read when the first
     /// icon is asked for: one that is chosen or installed later is not seen. That first icon takes some
-    /// milliseconds, one that was asked for before some microseconds. Selector: iconForFile:
+    /// milliseconds, one that was asked for before some microseconds.
+    /// Selector: iconForFile:
     NSRef<NSImage> iconForFile(const NSRef<NSString>& path);
     /// The icon of files with this extension, without its dot; of folders for "'fldr'", of applications for
-    /// "'APPL'". As iconForFile in everything else. Selector: iconForFileType:
+    /// "'APPL'". As iconForFile in everything else.
+    /// Selector: iconForFileType:
     NSRef<NSImage> iconForFileType(const NSRef<NSString>& type);
 
 protected:

@@ -5,6 +5,8 @@
 #include "LUMPlatform/NSThread.h"
 #include "core/method_tables.h"
 
+#include <string>
+
 namespace {
 
 /// A proxy is not wrapped again.

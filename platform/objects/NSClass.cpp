@@ -4,6 +4,7 @@
 #include "platform/objects/mutex.h"
 
 #include <bit>
+#include <memory>
 #include <unordered_map>
 
 namespace {

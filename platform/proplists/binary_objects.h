@@ -5,6 +5,7 @@
 #include "platform/proplists/binary_format.h"
 
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace platform {
