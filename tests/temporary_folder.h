@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -33,6 +34,13 @@ public:
 private:
     std::filesystem::path mPath;
 };
+
+/// All that is in a file; empty when there is none.
+inline std::string readFile(const std::filesystem::path& path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return { std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>() };
+}
 
 inline void writeFile(const std::string& path, std::string_view text)
 {

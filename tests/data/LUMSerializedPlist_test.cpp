@@ -11,9 +11,7 @@
 #include "tests/fixture.h"
 #include "tests/object_matchers.h"
 #include "tests/raised_by.h"
-
-#include <fstream>
-#include <sstream>
+#include "tests/temporary_folder.h"
 
 namespace {
 
@@ -29,10 +27,7 @@ protected:
     }
     static std::string vector(const std::string& name)
     {
-        std::ostringstream content;
-        content
-            << std::ifstream(LUM_TEST_DATA "/vectors/bplist/" + name + ".plist", std::ios::binary).rdbuf();
-        return content.str();
+        return readFile(LUM_TEST_DATA "/vectors/bplist/" + name + ".plist");
     }
     static std::string reasonFor(const NSId& object)
     {

@@ -1,4 +1,5 @@
 #include "tests/examples/incoming_process.h"
+#include "tests/temporary_folder.h"
 
 #include "LUMFoundation/LUMDocumentBundle.h"
 
@@ -6,7 +7,6 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sstream>
 
 namespace fs = std::filesystem;
 using std::chrono::seconds;
@@ -37,13 +37,7 @@ protected:
         return bundle() / "Contents/Resources/compressed" / (name + ".gz");
     }
     std::string outputFile() const { return (mScratch / "output").string(); }
-    std::string output() const
-    {
-        std::ifstream file(outputFile());
-        std::ostringstream text;
-        text << file.rdbuf();
-        return text.str();
-    }
+    std::string output() const { return readFile(outputFile()); }
     int statusOf(const std::vector<std::string>& words) const
     {
         IncomingProcess inspector(LUM_BUNDLE_PROGRAM, words, outputFile());

@@ -3,6 +3,7 @@
 #include "LUMFoundation/LUMData_Compression.h"
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSString.h"
+#include "tests/temporary_folder.h"
 
 #include <filesystem>
 #include <fstream>
@@ -60,21 +61,7 @@ protected:
     fs::path temporary() const { return mScratch / "tmp"; }
     std::string outputFile() const { return (mScratch / "output").string(); }
 
-    std::string output() const
-    {
-        std::ifstream file(outputFile());
-        std::ostringstream text;
-        text << file.rdbuf();
-        return text.str();
-    }
-
-    static std::string bytesOf(const fs::path& path)
-    {
-        std::ifstream file(path, std::ios::binary);
-        std::ostringstream text;
-        text << file.rdbuf();
-        return text.str();
-    }
+    std::string output() const { return readFile(outputFile()); }
 
     void put(const std::string& name, const std::string& content) const
     {
@@ -105,7 +92,7 @@ protected:
             const std::string name = entry.path().stem().string();
             const fs::path moved = original(name);
             const fs::path waiting = drop() / (name + ".complete");
-            EXPECT_EQ(inflated(entry.path()), bytesOf(moved.empty() ? waiting : moved)) << name;
+            EXPECT_EQ(inflated(entry.path()), readFile(moved.empty() ? waiting : moved)) << name;
             EXPECT_TRUE(moved.empty() || fs::exists(bundle() / "Contents/Objects" / (name + ".object")))
                 << name;
             ++whole;
@@ -119,7 +106,7 @@ protected:
         const std::string report = (mScratch / "report").string();
         IncomingProcess inspector(LUM_BUNDLE_PROGRAM, { "verify", bundle().string() }, report);
         const bool isFine = inspector.statusWithin(seconds(300)) == 0;
-        std::ofstream(outputFile(), std::ios::app) << bytesOf(report);
+        std::ofstream(outputFile(), std::ios::app) << readFile(report);
         return isFine;
     }
 

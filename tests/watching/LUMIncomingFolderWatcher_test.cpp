@@ -8,7 +8,6 @@
 #include "tests/watching/watching_fixture.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace lum {
 
@@ -309,8 +308,7 @@ TEST_F(LUMIncomingFolderWatcherTest, MayEndInsideANotification)
 /// No dynamic call makes a watcher, so the selector of its maker stands in the header alone.
 TEST_F(LUMIncomingFolderWatcherTest, DeliberatelyIsMadeByASelectorWithASmallF)
 {
-    std::ifstream header(LUM_TEST_DATA "/../LUMFoundation/LUMIncomingFolderWatcher.h");
-    const std::string text(std::istreambuf_iterator<char>(header), {});
+    const std::string text = readFile(LUM_TEST_DATA "/../LUMFoundation/LUMIncomingFolderWatcher.h");
     EXPECT_NE(text.find("Selector: initWithFolder:completedfileType:incompleteFileType:"), std::string::npos);
 }
 

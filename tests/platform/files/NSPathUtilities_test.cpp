@@ -3,6 +3,7 @@
 #include "LUMPlatform/NSSend.h"
 #include "tests/platform/files/tree_fixture.h"
 
+#include <cstdlib>
 #include <optional>
 
 namespace fs = std::filesystem;

@@ -21,9 +21,7 @@ protected:
     }
     static std::string trashed(const std::string& name)
     {
-        std::ostringstream text;
-        text << std::ifstream(DataHome::folder / "Trash/files" / name).rdbuf();
-        return text.str();
+        return readFile(DataHome::folder / "Trash/files" / name);
     }
 
     NSRef<NSWorkspace> workspace = NSWorkspace::sharedWorkspace();
@@ -39,9 +37,8 @@ TEST_F(NSWorkspaceRecyclingTest, MovesFilesToTheTrash)
     EXPECT_EQ(names(), "");
     EXPECT_EQ(trashed("a"), "one");
     EXPECT_EQ(trashed("b"), "two");
-    std::ostringstream note;
-    note << std::ifstream(DataHome::folder / "Trash/info/a.trashinfo").rdbuf();
-    EXPECT_NE(note.str().find("Path=" + path("a") + "\n"), std::string::npos) << note.str();
+    const std::string note = readFile(DataHome::folder / "Trash/info/a.trashinfo");
+    EXPECT_NE(note.find("Path=" + path("a") + "\n"), std::string::npos) << note;
 }
 
 TEST_F(NSWorkspaceRecyclingTest, MovesALinkAndNotWhatItLeadsTo)

@@ -4,6 +4,7 @@
 #include "tests/platform/files/tree_fixture.h"
 
 #include <cerrno>
+#include <functional>
 
 namespace fs = std::filesystem;
 using platform::moveItem;

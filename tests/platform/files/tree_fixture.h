@@ -4,12 +4,9 @@
 #include "tests/temporary_folder.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <functional>
-#include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
@@ -22,12 +19,7 @@ protected:
     {
         std::ofstream(folder / name) << text;
     }
-    std::string get(const std::string& name) const
-    {
-        std::ostringstream text;
-        text << std::ifstream(folder / name).rdbuf();
-        return text.str();
-    }
+    std::string get(const std::string& name) const { return readFile(folder / name); }
     void makeFolder(const std::string& name) const { std::filesystem::create_directories(folder / name); }
     static mode_t modeOf(const std::string& at)
     {

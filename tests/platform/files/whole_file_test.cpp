@@ -9,8 +9,6 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -27,12 +25,7 @@ class WholeFileTest : public ObjectTest {
 protected:
     std::string path(const std::string& name) const { return mFolder / name; }
     void put(const std::string& name, const std::string& text) const { writeFile(path(name), text); }
-    std::string get(const std::string& name) const
-    {
-        std::ostringstream text;
-        text << std::ifstream(path(name)).rdbuf();
-        return text.str();
-    }
+    std::string get(const std::string& name) const { return readFile(path(name)); }
     std::size_t entries() const
     {
         return static_cast<std::size_t>(
