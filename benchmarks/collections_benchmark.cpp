@@ -16,7 +16,7 @@ namespace {
 /// What the peers hold: one allocation for the number and its count, as ours has.
 using Shared = std::shared_ptr<long>;
 
-std::vector<long> numbers(size_t count)
+std::vector<long> numbers(std::size_t count)
 {
     std::mt19937_64 random(1);
     std::vector<long> result(count);
@@ -25,7 +25,7 @@ std::vector<long> numbers(size_t count)
     return result;
 }
 
-std::vector<Shared> sharedNumbers(size_t count)
+std::vector<Shared> sharedNumbers(std::size_t count)
 {
     std::vector<Shared> result;
     for (long number : numbers(count))
@@ -33,7 +33,7 @@ std::vector<Shared> sharedNumbers(size_t count)
     return result;
 }
 
-NSRef<NSMutableArray> ownNumbers(size_t count)
+NSRef<NSMutableArray> ownNumbers(std::size_t count)
 {
     auto result = NSMutableArray::array();
     for (long number : numbers(count))
@@ -41,9 +41,9 @@ NSRef<NSMutableArray> ownNumbers(size_t count)
     return result;
 }
 
-size_t countOf(const benchmark::State& state)
+std::size_t countOf(const benchmark::State& state)
 {
-    return static_cast<size_t>(state.range(0));
+    return static_cast<std::size_t>(state.range(0));
 }
 
 void appendOurs(benchmark::State& state)
@@ -51,7 +51,7 @@ void appendOurs(benchmark::State& state)
     NSId object = 1;
     for (auto _ : state) {
         auto array = NSMutableArray::array();
-        for (size_t i = 0; i < countOf(state); ++i)
+        for (std::size_t i = 0; i < countOf(state); ++i)
             array->addObject(object);
         benchmark::DoNotOptimize(array);
     }
@@ -62,7 +62,7 @@ void appendPeer(benchmark::State& state)
     auto object = std::make_shared<long>(1);
     for (auto _ : state) {
         std::vector<Shared> vector;
-        for (size_t i = 0; i < countOf(state); ++i)
+        for (std::size_t i = 0; i < countOf(state); ++i)
             vector.push_back(object);
         benchmark::DoNotOptimize(vector);
     }
@@ -80,7 +80,7 @@ void indexPeer(benchmark::State& state)
 {
     auto vector = sharedNumbers(countOf(state));
     for (auto _ : state)
-        for (size_t at = 0; at < vector.size(); ++at) {
+        for (std::size_t at = 0; at < vector.size(); ++at) {
             Shared element = vector.at(at);
             benchmark::DoNotOptimize(element);
         }
@@ -130,9 +130,9 @@ void reverseOurs(benchmark::State& state)
 void reversePeer(benchmark::State& state)
 {
     auto vector = sharedNumbers(countOf(state));
-    const size_t count = vector.size();
+    const std::size_t count = vector.size();
     for (auto _ : state)
-        for (size_t at = 0; at < count / 2; ++at)
+        for (std::size_t at = 0; at < count / 2; ++at)
             std::swap(vector.at(at), vector.at(count - 1 - at));
 }
 
@@ -166,7 +166,7 @@ void sortPeer(benchmark::State& state)
     }
 }
 
-std::vector<std::string> keys(size_t count)
+std::vector<std::string> keys(std::size_t count)
 {
     std::vector<std::string> result;
     for (long number : numbers(count))

@@ -22,15 +22,15 @@ public:
     void count(const NSRef<NSNotification>&) { ++mCalls; }
 
 private:
-    int64_t mCalls = 0;
+    std::int64_t mCalls = 0;
 };
 
 const NSSelector kCount("count:");
 
-std::vector<NSRef<Counter>> counters(int64_t count)
+std::vector<NSRef<Counter>> counters(std::int64_t count)
 {
     std::vector<NSRef<Counter>> made;
-    for (int64_t i = 0; i < count; ++i)
+    for (std::int64_t i = 0; i < count; ++i)
         made.push_back(NSMake<Counter>());
     return made;
 }
@@ -74,17 +74,17 @@ BENCHMARK(NotificationPost_Made)->Name("NotificationPost/ours_made_before")->Arg
 BENCHMARK(NotificationRegister_Own)->Name("NotificationRegister/ours")->Arg(1000)->Arg(100000);
 
 #ifdef LUM_PEER_BOOST
-using Signal = boost::signals2::signal<void(int64_t)>;
+using Signal = boost::signals2::signal<void(std::int64_t)>;
 
 /// Slots that are not called once what they stand for has ended, as observers are.
 void NotificationPost_BoostTracked(benchmark::State& state)
 {
-    std::vector<std::shared_ptr<int64_t>> observers;
+    std::vector<std::shared_ptr<std::int64_t>> observers;
     Signal changed;
-    for (int64_t i = 0; i < state.range(); ++i) {
-        auto calls = observers.emplace_back(std::make_shared<int64_t>(0)).get();
+    for (std::int64_t i = 0; i < state.range(); ++i) {
+        auto calls = observers.emplace_back(std::make_shared<std::int64_t>(0)).get();
         changed.connect(
-            Signal::slot_type([calls](int64_t by) { *calls += by; }).track_foreign(observers.back()));
+            Signal::slot_type([calls](std::int64_t by) { *calls += by; }).track_foreign(observers.back()));
     }
     for (auto _ : state)
         changed(1);
@@ -93,10 +93,10 @@ void NotificationPost_BoostTracked(benchmark::State& state)
 /// Slots that outlive the signal by promise, and are called without a look.
 void NotificationPost_BoostPlain(benchmark::State& state)
 {
-    std::vector<int64_t> calls(static_cast<size_t>(state.range()));
+    std::vector<std::int64_t> calls(static_cast<std::size_t>(state.range()));
     Signal changed;
-    for (int64_t& count : calls)
-        changed.connect([&count](int64_t by) { count += by; });
+    for (std::int64_t& count : calls)
+        changed.connect([&count](std::int64_t by) { count += by; });
     for (auto _ : state)
         changed(1);
 }

@@ -31,7 +31,7 @@ public:
         pthread_getaffinity_np(pthread_self(), sizeof mBefore, &mBefore);
         cpu_set_t one;
         CPU_ZERO(&one);
-        CPU_SET(static_cast<size_t>(processor), &one);
+        CPU_SET(static_cast<std::size_t>(processor), &one);
         pthread_setaffinity_np(pthread_self(), sizeof one, &one);
     }
     ~OnProcessor() { pthread_setaffinity_np(pthread_self(), sizeof mBefore, &mBefore); }
@@ -45,7 +45,7 @@ private:
 /// A thread that makes `handOff` a batch of times whenever it is told to, then calls `finished`.
 class Sender {
 public:
-    Sender(int64_t processors, std::function<void()> handOff, std::function<void()> finished)
+    Sender(std::int64_t processors, std::function<void()> handOff, std::function<void()> finished)
         : mThread([this, processors, handOff = std::move(handOff), finished = std::move(finished)] {
             OnProcessor here(processors == 1 ? 0 : 1);
             for (;;) {
@@ -86,7 +86,7 @@ void measure(benchmark::State& state, Sender& sender, const std::function<void()
 
 void addOne()
 {
-    static int64_t calls = 0;
+    static std::int64_t calls = 0;
     benchmark::DoNotOptimize(++calls);
 }
 

@@ -15,19 +15,19 @@
 
 namespace {
 
-constexpr size_t kLongText = 4096;
+constexpr std::size_t kLongText = 4096;
 
-std::string asciiText(size_t size)
+std::string asciiText(std::size_t size)
 {
     std::string text;
-    for (size_t i = 0; text.size() < size; ++i)
+    for (std::size_t i = 0; text.size() < size; ++i)
         text += "Take " + std::to_string(i) + ".aif ";
     text.resize(size);
     return text;
 }
 
 /// Text of a European language: an accented letter in every word.
-std::string accentedText(size_t size)
+std::string accentedText(std::size_t size)
 {
     std::string text;
     while (text.size() < size)
@@ -43,9 +43,9 @@ std::u16string wide(const std::string& text)
     return platform::utf16FromUtf8(text).value();
 }
 
-int32_t lengthOf(std::u16string_view text)
+std::int32_t lengthOf(std::u16string_view text)
 {
-    return static_cast<int32_t>(text.size());
+    return static_cast<std::int32_t>(text.size());
 }
 
 // From UTF-8
@@ -60,11 +60,11 @@ void Utf8Decode_ICU(benchmark::State& state, const std::string& text)
 {
     for (auto _ : state) {
         std::u16string units(text.size(), u'\0');
-        int32_t length = 0;
+        std::int32_t length = 0;
         UErrorCode error = U_ZERO_ERROR;
-        u_strFromUTF8(units.data(), static_cast<int32_t>(units.size()), &length, text.data(),
-            static_cast<int32_t>(text.size()), &error);
-        units.resize(static_cast<size_t>(length));
+        u_strFromUTF8(units.data(), static_cast<std::int32_t>(units.size()), &length, text.data(),
+            static_cast<std::int32_t>(text.size()), &error);
+        units.resize(static_cast<std::size_t>(length));
         benchmark::DoNotOptimize(units);
     }
 }
@@ -93,11 +93,11 @@ void Utf8Encode_ICU(benchmark::State& state, const std::string& text)
     std::u16string units = wide(text);
     for (auto _ : state) {
         std::string bytes(units.size() * 3, '\0');
-        int32_t length = 0;
+        std::int32_t length = 0;
         UErrorCode error = U_ZERO_ERROR;
-        u_strToUTF8(
-            bytes.data(), static_cast<int32_t>(bytes.size()), &length, units.data(), lengthOf(units), &error);
-        bytes.resize(static_cast<size_t>(length));
+        u_strToUTF8(bytes.data(), static_cast<std::int32_t>(bytes.size()), &length, units.data(),
+            lengthOf(units), &error);
+        bytes.resize(static_cast<std::size_t>(length));
         benchmark::DoNotOptimize(bytes);
     }
 }
@@ -184,7 +184,7 @@ void CompareUnits_ICU(benchmark::State& state, const Pair& pair)
             u_strCompare(pair.a.data(), lengthOf(pair.a), pair.b.data(), lengthOf(pair.b), true));
 }
 
-void Compare_ICU(benchmark::State& state, const Pair& pair, uint32_t options)
+void Compare_ICU(benchmark::State& state, const Pair& pair, std::uint32_t options)
 {
     for (auto _ : state) {
         UErrorCode error = U_ZERO_ERROR;

@@ -63,7 +63,7 @@ template<typename Add> void measureAdding(benchmark::State& state, Add add)
     const WatchedFiles files(state.range(0));
     double bytes = 0;
     for ([[maybe_unused]] auto iteration : state) {
-        const size_t before = mallinfo2().uordblks;
+        const std::size_t before = mallinfo2().uordblks;
         const auto start = WatchingClock::now();
         const auto watches = add(files);
         state.SetIterationTime(secondsSince(start));

@@ -2,7 +2,7 @@
 #include "platform/files/alias_record.h"
 
 // Bytes are refused, or are the one way to write what was read from them.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::span<const std::byte> bytes = std::as_bytes(std::span(data, size));
     platform::AliasRecord record;

@@ -3,7 +3,7 @@
 #include "platform/files/folder_entries.h"
 
 // What file servers leave in attributes, and what the kernel lists.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::span<const std::byte> bytes = std::as_bytes(std::span(data, size));
     for (auto found : { platform::finderBytesOfAppleDouble(bytes), platform::finderBytesOfAfpInfo(bytes) }) {

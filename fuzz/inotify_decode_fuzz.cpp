@@ -4,11 +4,11 @@
 #include <cstdlib>
 
 // Both decoders, and the folding of what the first one finds.
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::span<const std::byte> bytes = std::as_bytes(std::span(data, size));
     lum::RawChanges folded;
-    size_t used = 0;
+    std::size_t used = 0;
     for (const lum::InotifyEvent& event : lum::decodeInotify(bytes)) {
         used += 16 + event.name.size();
         if (event.name.find('\0') != std::string_view::npos)

@@ -11,15 +11,15 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     std::u16string text(data, data + size);
-    for (size_t at = 0; at < size;) {
+    for (std::size_t at = 0; at < size;) {
         auto scanned = platform::scanDouble(text, at);
         if (!scanned) {
             ++at;
             continue;
         }
         require(scanned->end > at && scanned->end <= size);
-        std::string token(
-            text.begin() + static_cast<ptrdiff_t>(at), text.begin() + static_cast<ptrdiff_t>(scanned->end));
+        std::string token(text.begin() + static_cast<std::ptrdiff_t>(at),
+            text.begin() + static_cast<std::ptrdiff_t>(scanned->end));
         char* end = nullptr;
         double expected = std::strtod(token.c_str(), &end);
         require(end == token.c_str() + token.size());
@@ -27,7 +27,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         at = scanned->end;
     }
 
-    size_t start = platform::skipCharacters(text, 0, platform::CharacterSet::whitespaceAndNewline());
+    std::size_t start = platform::skipCharacters(text, 0, platform::CharacterSet::whitespaceAndNewline());
     auto first = platform::scanDouble(text, start);
     require(platform::doubleValue(text) == (first ? first->value : 0.0));
     long long integer = platform::longLongValue(text);

@@ -7,11 +7,11 @@
 #include <iterator>
 #include <vector>
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 int main(int argc, char** argv)
 {
-    size_t count = 0;
+    std::size_t count = 0;
     for (int i = 1; i < argc; i++) {
         for (const auto& entry : std::filesystem::recursive_directory_iterator(argv[i])) {
             if (!entry.is_regular_file())
@@ -21,7 +21,7 @@ int main(int argc, char** argv)
             std::ifstream file(entry.path(), std::ios::binary);
             std::vector<char> bytes { std::istreambuf_iterator<char>(file),
                 std::istreambuf_iterator<char>() };
-            LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
+            LLVMFuzzerTestOneInput(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
             count++;
         }
     }

@@ -71,7 +71,7 @@ private:
             auto [stop, error] = std::from_chars(mRest.data(), end, value.number);
             if (error != std::errc())
                 fail();
-            mRest.remove_prefix(static_cast<size_t>(stop - mRest.data()));
+            mRest.remove_prefix(static_cast<std::size_t>(stop - mRest.data()));
         }
         return value;
     }
@@ -110,7 +110,7 @@ private:
         mRest.remove_prefix(1);
         constexpr std::string_view kLetters = "\"\\/bfnrt";
         constexpr std::string_view kMeanings = "\"\\/\b\f\n\r\t";
-        if (size_t known = kLetters.find(letter); known != std::string_view::npos)
+        if (std::size_t known = kLetters.find(letter); known != std::string_view::npos)
             return static_cast<unsigned char>(kMeanings[known]);
         unsigned unit = 0;
         if (letter != 'u' || mRest.size() < 4
@@ -123,11 +123,11 @@ private:
     /// One character that is not escaped; an own decoder, so that the one under test is not its own judge.
     void appendUtf8(std::u16string& text)
     {
-        auto byte = [&](size_t i) { return static_cast<unsigned char>(mRest.at(i)); };
+        auto byte = [&](std::size_t i) { return static_cast<unsigned char>(mRest.at(i)); };
         unsigned lead = byte(0);
-        size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+        std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
         unsigned point = length == 1 ? lead : lead & (0x7FU >> length);
-        for (size_t i = 1; i < length; ++i)
+        for (std::size_t i = 1; i < length; ++i)
             point = point << 6 | (byte(i) & 0x3FU);
         mRest.remove_prefix(length);
         if (point < 0x10000) {
@@ -145,7 +145,7 @@ std::vector<std::string> splitAtTabs(std::string_view line)
 {
     std::vector<std::string> cells;
     for (;;) {
-        size_t tab = line.find('\t');
+        std::size_t tab = line.find('\t');
         cells.emplace_back(line.substr(0, tab));
         if (tab == std::string_view::npos)
             return cells;
@@ -165,7 +165,7 @@ std::string Row::cell(std::string_view column) const
     auto title = std::find(mTitles.begin(), mTitles.end(), column);
     if (title == mTitles.end())
         throw std::runtime_error("no column " + std::string(column));
-    auto index = static_cast<size_t>(title - mTitles.begin());
+    auto index = static_cast<std::size_t>(title - mTitles.begin());
     return index < mCells.size() ? mCells[index] : std::string();
 }
 

@@ -37,7 +37,7 @@ struct Json::Member {
 
 class Row {
 public:
-    size_t line() const { return mLine; }
+    std::size_t line() const { return mLine; }
     /// The cell as it stands; empty when the row is shorter. Throws when there is no such column.
     std::string cell(std::string_view column) const;
     Json json(std::string_view column) const { return Json::parse(cell(column)); }
@@ -51,7 +51,7 @@ private:
     friend std::vector<Row> load(std::string_view file);
     bool isExpectation() const;
 
-    size_t mLine = 0;
+    std::size_t mLine = 0;
     std::vector<std::string> mTitles;
     std::vector<std::string> mCells;
 };

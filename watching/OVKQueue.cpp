@@ -17,7 +17,7 @@ namespace {
 
 // What is asked for is handed on as it is.
 template<OVKQueueNote Public, lum::VnodeChange Internal>
-constexpr bool kIsSame = static_cast<uint32_t>(Public) == static_cast<uint32_t>(Internal);
+constexpr bool kIsSame = static_cast<std::uint32_t>(Public) == static_cast<std::uint32_t>(Internal);
 static_assert(kIsSame<OVKQueueNoteDelete, lum::kVnodeDelete>);
 static_assert(kIsSame<OVKQueueNoteWrite, lum::kVnodeWrite>);
 static_assert(kIsSame<OVKQueueNoteExtend, lum::kVnodeExtend>);
@@ -34,7 +34,7 @@ std::unique_ptr<lum::KernelQueue> openQueue()
     return queue;
 }
 
-constexpr uint32_t kDefaultFlags =
+constexpr std::uint32_t kDefaultFlags =
     OVKQueueNoteRename | OVKQueueNoteAttrib | OVKQueueNoteWrite | OVKQueueNoteDelete;
 
 constexpr NSMethod kMethods[] = {
@@ -63,7 +63,7 @@ struct OVKQueue::Core {
 
     void run()
     {
-        loop.run([this](const NSRef<NSString>& path, uint32_t changes) {
+        loop.run([this](const NSRef<NSString>& path, std::uint32_t changes) {
             delivery.deliverChanges(path, changes);
         });
     }

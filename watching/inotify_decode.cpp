@@ -10,10 +10,10 @@ namespace {
 
 // struct inotify_event without its name. A copy of the layout keeps the decoder free of system headers.
 struct Header {
-    int32_t watch;
-    uint32_t flags;
-    uint32_t cookie;
-    uint32_t nameLength;
+    std::int32_t watch;
+    std::uint32_t flags;
+    std::uint32_t cookie;
+    std::uint32_t nameLength;
 };
 static_assert(sizeof(Header) == 16);
 

@@ -10,27 +10,27 @@ namespace lum {
 
 /// The bits of an inotify event that are of interest, with the values of the kernel's interface.
 namespace inotify {
-inline constexpr uint32_t kModify = 0x00000002;
-inline constexpr uint32_t kAttrib = 0x00000004;
-inline constexpr uint32_t kMovedFrom = 0x00000040;
-inline constexpr uint32_t kMovedTo = 0x00000080;
-inline constexpr uint32_t kCreate = 0x00000100;
-inline constexpr uint32_t kDelete = 0x00000200;
-inline constexpr uint32_t kDeleteSelf = 0x00000400;
-inline constexpr uint32_t kMoveSelf = 0x00000800;
-inline constexpr uint32_t kUnmount = 0x00002000;
-inline constexpr uint32_t kOverflow = 0x00004000;
-inline constexpr uint32_t kIgnored = 0x00008000;
-inline constexpr uint32_t kOnlyFolder = 0x01000000;
-inline constexpr uint32_t kMaskAdd = 0x20000000;
-inline constexpr uint32_t kIsFolder = 0x40000000;
+inline constexpr std::uint32_t kModify = 0x00000002;
+inline constexpr std::uint32_t kAttrib = 0x00000004;
+inline constexpr std::uint32_t kMovedFrom = 0x00000040;
+inline constexpr std::uint32_t kMovedTo = 0x00000080;
+inline constexpr std::uint32_t kCreate = 0x00000100;
+inline constexpr std::uint32_t kDelete = 0x00000200;
+inline constexpr std::uint32_t kDeleteSelf = 0x00000400;
+inline constexpr std::uint32_t kMoveSelf = 0x00000800;
+inline constexpr std::uint32_t kUnmount = 0x00002000;
+inline constexpr std::uint32_t kOverflow = 0x00004000;
+inline constexpr std::uint32_t kIgnored = 0x00008000;
+inline constexpr std::uint32_t kOnlyFolder = 0x01000000;
+inline constexpr std::uint32_t kMaskAdd = 0x20000000;
+inline constexpr std::uint32_t kIsFolder = 0x40000000;
 }
 
 /// One event as the kernel tells it.
 struct InotifyEvent {
     int watch; ///< The kernel's watch number; -1 for an overflow.
-    uint32_t flags;
-    uint32_t cookie; ///< Joins the two halves of a rename.
+    std::uint32_t flags;
+    std::uint32_t cookie; ///< Joins the two halves of a rename.
     std::string_view
         name; ///< The child of a watched folder that it is about; empty for the watched object itself.
 

@@ -13,8 +13,8 @@ using platform::MutexLock;
 namespace {
 
 // Room for a thousand events and more; what does not fit is read by the next wait.
-constexpr size_t kBufferSize = 64 * 1024;
-constexpr size_t kLongestEvent = 16 + 256;
+constexpr std::size_t kBufferSize = 64 * 1024;
+constexpr std::size_t kLongestEvent = 16 + 256;
 
 // A lost link is told before its name goes, by less than this on any machine that is not starved.
 constexpr std::chrono::milliseconds kSettlingTime(10);
@@ -22,10 +22,10 @@ constexpr std::chrono::milliseconds kSettlingTime(10);
 // How long a wait that the system refuses keeps the thread from trying again.
 constexpr std::chrono::milliseconds kPauseAfterFailure(100);
 
-uint32_t eventsFor(uint32_t changes, bool isFolder)
+std::uint32_t eventsFor(std::uint32_t changes, bool isFolder)
 {
     // The end and the moves of an object are always followed: they tell whether its path can be trusted.
-    uint32_t events = inotify::kDeleteSelf | inotify::kMoveSelf;
+    std::uint32_t events = inotify::kDeleteSelf | inotify::kMoveSelf;
     if (changes & (kVnodeAttrib | kVnodeDelete | kVnodeLink))
         events |= inotify::kAttrib;
     if (isFolder && (changes & (kVnodeWrite | kVnodeLink)))
@@ -63,14 +63,14 @@ private:
 struct InotifyQueue::Look {
     Token token;
     int watch;
-    uint64_t device;
+    std::uint64_t device;
     std::string path {}; ///< Empty when no look is needed.
     std::optional<FileStatus> now {};
 };
 
 struct InotifyQueue::Batch {
     std::vector<std::pair<int, RawChanges>> changes; // a pair per watch, in the order of its first event
-    std::unordered_map<int, size_t> places; // of the watches in `changes`, once there are many
+    std::unordered_map<int, std::size_t> places; // of the watches in `changes`, once there are many
     std::vector<Look> looks;
     bool hasLostEvents = false;
     std::optional<std::vector<int>> liveWatches; // looked at after a loss
@@ -82,7 +82,7 @@ struct InotifyQueue::Batch {
             return *known;
         changes.emplace_back(watch, RawChanges());
         if (changes.size() == kFew) {
-            for (size_t place = 0; place < kFew; ++place)
+            for (std::size_t place = 0; place < kFew; ++place)
                 places.emplace(changes[place].first, place);
         } else if (changes.size() > kFew) {
             places.emplace(watch, changes.size() - 1);
@@ -102,7 +102,7 @@ struct InotifyQueue::Batch {
 
 private:
     // Nearly every read is about a watch or two, for which a table would cost more than all the rest.
-    static constexpr size_t kFew = 8;
+    static constexpr std::size_t kFew = 8;
 };
 
 std::unique_ptr<InotifyQueue> InotifyQueue::open(InotifySystem& system)
@@ -139,7 +139,7 @@ int InotifyQueue::descriptor() const
     return mIsOpen ? mQueue : -1;
 }
 
-bool InotifyQueue::add(Token token, const std::string& path, uint32_t changes)
+bool InotifyQueue::add(Token token, const std::string& path, std::uint32_t changes)
 {
     // The watch is put on a descriptor, so that it and what is remembered belong to one object. The
     // descriptor goes at once: kept open it would hold back the news of a removal and keep a volume from
@@ -156,7 +156,7 @@ bool InotifyQueue::add(Token token, const std::string& path, uint32_t changes)
         entry.path = mSystem.pathOf(object.number());
     if (entry.path.empty())
         entry.path = path;
-    const uint32_t events = eventsFor(changes, entry.state.status.isFolder()) | inotify::kMaskAdd;
+    const std::uint32_t events = eventsFor(changes, entry.state.status.isFolder()) | inotify::kMaskAdd;
     // Opened before the lock is taken: a look-up on a volume that does not answer must hold up nobody else.
     const std::string parentPath = InotifyWatches::parentToWatch(entry);
     const Descriptor parent(mSystem, parentPath.empty() ? -1 : mSystem.openPath(parentPath, isReal));
@@ -205,14 +205,14 @@ std::vector<InotifyEvent> InotifyQueue::readEvents(std::chrono::milliseconds lim
     const int ready = mSystem.wait(mQueue, mWaker, limit);
     if (ready > 0 && (ready & InotifySystem::kWaker))
         mSystem.rearm(mWaker);
-    ptrdiff_t length = 0;
+    std::ptrdiff_t length = 0;
     if (ready > 0 && (ready & InotifySystem::kQueue))
         length = mSystem.read(mQueue, { mBuffer.get(), kBufferSize });
     if (ready < 0 || (length < 0 && length != -EAGAIN)) {
         std::this_thread::sleep_for(std::min(limit, kPauseAfterFailure));
         return {};
     }
-    const size_t filled = length > 0 ? static_cast<size_t>(length) : 0;
+    const std::size_t filled = length > 0 ? static_cast<std::size_t>(length) : 0;
     mIsDrained = filled + kLongestEvent <= kBufferSize;
     return decodeInotify({ mBuffer.get(), filled });
 }
@@ -276,7 +276,7 @@ std::vector<KernelQueue::Event> InotifyQueue::settle(Batch& batch)
         Entry* entry = mWatches.find(look.token);
         if (!entry)
             continue;
-        const uint32_t changes = settle(look, batch, *entry) & entry->changes;
+        const std::uint32_t changes = settle(look, batch, *entry) & entry->changes;
         if (changes)
             events.push_back({ look.token, changes });
     }
@@ -291,9 +291,9 @@ std::vector<KernelQueue::Event> InotifyQueue::settle(Batch& batch)
     return events;
 }
 
-uint32_t InotifyQueue::settle(const Look& look, Batch& batch, Entry& entry)
+std::uint32_t InotifyQueue::settle(const Look& look, Batch& batch, Entry& entry)
 {
-    uint32_t changes = 0;
+    std::uint32_t changes = 0;
     if (const RawChanges* raw = batch.find(look.watch)) {
         const VnodeReport report = vnodeChanges(*raw, entry.state, look.now);
         if (report.mustSettle)
@@ -321,7 +321,7 @@ WatchFate InotifyQueue::fateOf(const Look& look, const Batch& batch) const
     return isKnownUnmounted(look.device) ? WatchFate::Unmounted : WatchFate::Dead;
 }
 
-bool InotifyQueue::isKnownUnmounted(uint64_t device) const
+bool InotifyQueue::isKnownUnmounted(std::uint64_t device) const
 {
     return std::find(mUnmountedDevices.begin(), mUnmountedDevices.end(), device) != mUnmountedDevices.end();
 }

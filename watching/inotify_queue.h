@@ -13,7 +13,7 @@ public:
     ~InotifyQueue() override;
 
     int descriptor() const override;
-    bool add(Token token, const std::string& path, uint32_t changes) override;
+    bool add(Token token, const std::string& path, std::uint32_t changes) override;
     int remove(Token token) override;
     std::vector<Event> wait(std::chrono::milliseconds limit) override;
     void wake() override;
@@ -37,9 +37,9 @@ private:
         NS_EXCLUDES(mLock);
     void lookAtPaths(Batch& batch);
     std::vector<Event> settle(Batch& batch) NS_EXCLUDES(mLock);
-    uint32_t settle(const Look& look, Batch& batch, Entry& entry) NS_REQUIRES(mLock);
+    std::uint32_t settle(const Look& look, Batch& batch, Entry& entry) NS_REQUIRES(mLock);
     WatchFate fateOf(const Look& look, const Batch& batch) const;
-    bool isKnownUnmounted(uint64_t device) const;
+    bool isKnownUnmounted(std::uint64_t device) const;
 
     InotifySystem& mSystem;
     const int mQueue;
@@ -53,7 +53,7 @@ private:
     const std::unique_ptr<std::byte[]> mBuffer;
     bool mIsDrained = true; ///< The last read left nothing behind.
     std::vector<Doubt> mDoubts; ///< Paths to look at once more.
-    std::vector<uint64_t> mUnmountedDevices; ///< Of the events since the queue was last drained.
+    std::vector<std::uint64_t> mUnmountedDevices; ///< Of the events since the queue was last drained.
 };
 
 }

@@ -35,7 +35,7 @@ public:
     virtual int close(int descriptor) = 0;
 
     /// The watch number for what `path` names; `events` are added to those it has.
-    virtual int addWatch(int queue, const std::string& path, uint32_t events) = 0;
+    virtual int addWatch(int queue, const std::string& path, std::uint32_t events) = 0;
     virtual int removeWatch(int queue, int watch) = 0;
     /// Numbers of the watches that are alive, ascending; empty when the system does not tell.
     virtual std::optional<std::vector<int>> liveWatches(int queue) = 0;
@@ -49,7 +49,7 @@ public:
     /// Waits until one of the two can be read; returns Ready bits. An interrupted wait ends with kNothing.
     virtual int wait(int queue, int waker, std::chrono::milliseconds limit) = 0;
     /// The number of bytes read.
-    virtual ptrdiff_t read(int queue, std::span<std::byte> buffer) = 0;
+    virtual std::ptrdiff_t read(int queue, std::span<std::byte> buffer) = 0;
     virtual void wake(int waker) = 0;
     /// Makes the waker wait for its next wake.
     virtual void rearm(int waker) = 0;

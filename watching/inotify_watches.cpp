@@ -53,7 +53,7 @@ int InotifyWatches::remove(Token token)
 
 void InotifyWatches::watchParent(Entry& entry, Token token, const std::string& parent)
 {
-    const uint32_t events = inotify::kDelete | inotify::kOnlyFolder | inotify::kMaskAdd;
+    const std::uint32_t events = inotify::kDelete | inotify::kOnlyFolder | inotify::kMaskAdd;
     const int watch = mSystem.addWatch(mQueue, parent, events);
     if (watch < 0)
         return;

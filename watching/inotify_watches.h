@@ -25,7 +25,7 @@ public:
     struct Entry {
         int watch = -1; ///< -1 once nothing more can be reported.
         int parentWatch = -1; ///< May be one that the kernel has given up; numbers are never used twice.
-        uint32_t changes = 0;
+        std::uint32_t changes = 0;
         std::string path; ///< Where the object was when it was added, without symbolic links.
         WatchedState state;
     };

@@ -15,13 +15,13 @@ namespace lum {
 /// taken for another path's.
 class KernelQueue {
 public:
-    using Token = uint64_t;
+    using Token = std::uint64_t;
 
     /// What happened to one added path: VnodeChange bits, limited to those that were asked for and never
     /// none.
     struct Event {
         Token token;
-        uint32_t changes;
+        std::uint32_t changes;
     };
 
     /// A queue of the running system; null when the system refuses one.
@@ -39,7 +39,7 @@ public:
     /// under a token that was not used before. False when the path cannot be opened. A path that opens but
     /// cannot be watched, because a limit of the system is reached, is true and never reports. The same path
     /// may be added again. Events may come before this returns. Any thread.
-    virtual bool add(Token token, const std::string& path, uint32_t changes) = 0;
+    virtual bool add(Token token, const std::string& path, std::uint32_t changes) = 0;
 
     /// Ends the reports of a token; events that are waiting are dropped. An unknown token is no failure.
     /// Returns 0 or an errno value. Any thread.

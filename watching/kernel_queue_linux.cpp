@@ -24,12 +24,12 @@ static_assert(sizeof(inotify_event) == 16);
 
 namespace {
 
-constexpr int64_t kNanoseconds = 1'000'000'000;
+constexpr std::int64_t kNanoseconds = 1'000'000'000;
 
 // File times advance with the kernel's tick, which is never longer than this.
-constexpr int64_t kRecent = 20'000'000;
+constexpr std::int64_t kRecent = 20'000'000;
 
-int64_t nanoseconds(const timespec& time)
+std::int64_t nanoseconds(const timespec& time)
 {
     return time.tv_sec * kNanoseconds + time.tv_nsec;
 }
@@ -44,10 +44,10 @@ FileStatus statusOf(const struct stat& info)
     FileStatus status;
     status.device = info.st_dev;
     status.inode = info.st_ino;
-    status.size = static_cast<uint64_t>(info.st_size);
+    status.size = static_cast<std::uint64_t>(info.st_size);
     status.modified = nanoseconds(info.st_mtim);
     status.changed = nanoseconds(info.st_ctim);
-    status.links = static_cast<uint32_t>(info.st_nlink);
+    status.links = static_cast<std::uint32_t>(info.st_nlink);
     status.mode = info.st_mode;
     status.user = info.st_uid;
     status.group = info.st_gid;
@@ -64,7 +64,7 @@ public:
     int openPath(const std::string& path, bool& isReal) override;
     int close(int descriptor) override { return resultOf(::close(descriptor)); }
 
-    int addWatch(int queue, const std::string& path, uint32_t events) override
+    int addWatch(int queue, const std::string& path, std::uint32_t events) override
     {
         return resultOf(inotify_add_watch(queue, path.c_str(), events));
     }
@@ -90,7 +90,7 @@ public:
     }
 
     int wait(int queue, int waker, std::chrono::milliseconds limit) override;
-    ptrdiff_t read(int queue, std::span<std::byte> buffer) override
+    std::ptrdiff_t read(int queue, std::span<std::byte> buffer) override
     {
         const ssize_t length = ::read(queue, buffer.data(), buffer.size());
         return length < 0 ? -errno : length;
@@ -135,7 +135,7 @@ std::optional<std::vector<int>> RunningSystem::liveWatches(int queue)
     char piece[16 * 1024];
     ssize_t length = 0;
     while ((length = ::read(info, piece, sizeof(piece))) > 0)
-        text.append(piece, static_cast<size_t>(length));
+        text.append(piece, static_cast<std::size_t>(length));
     if (length < 0)
         return std::nullopt;
     return decodeInotifyWatches(text);
@@ -146,9 +146,9 @@ std::string RunningSystem::pathOf(int descriptor)
     const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
     char path[4096];
     const ssize_t length = readlink(link.c_str(), path, sizeof(path));
-    if (length <= 0 || static_cast<size_t>(length) == sizeof(path) || path[0] != '/')
+    if (length <= 0 || static_cast<std::size_t>(length) == sizeof(path) || path[0] != '/')
         return {};
-    return std::string(path, static_cast<size_t>(length));
+    return std::string(path, static_cast<std::size_t>(length));
 }
 
 int RunningSystem::wait(int queue, int waker, std::chrono::milliseconds limit)

@@ -7,9 +7,9 @@ namespace lum {
 
 namespace {
 
-constexpr uint32_t kFileTypeMask = 0170000;
-constexpr uint32_t kFolderType = 0040000;
-constexpr uint32_t kChildEvents =
+constexpr std::uint32_t kFileTypeMask = 0170000;
+constexpr std::uint32_t kFolderType = 0040000;
+constexpr std::uint32_t kChildEvents =
     inotify::kCreate | inotify::kDelete | inotify::kMovedFrom | inotify::kMovedTo;
 
 // An object that lost its last link may still be found by its name for a moment; it counts as gone. A file
@@ -24,7 +24,7 @@ bool hasOtherOwnerOrMode(const FileStatus& before, const FileStatus& now)
     return before.mode != now.mode || before.user != now.user || before.group != now.group;
 }
 
-uint32_t deleteOnce(WatchedState& state)
+std::uint32_t deleteOnce(WatchedState& state)
 {
     if (state.isDeleted)
         return 0;
@@ -46,11 +46,11 @@ struct Accounting {
     WatchedState& state;
     const FileStatus* now; // null unless the path leads to the watched object
 
-    bool has(uint32_t flag) const { return (raw.flags & flag) != 0; }
+    bool has(std::uint32_t flag) const { return (raw.flags & flag) != 0; }
 
-    uint32_t contentChanges()
+    std::uint32_t contentChanges()
     {
-        uint32_t changes = 0;
+        std::uint32_t changes = 0;
         if (has(inotify::kModify) || raw.childrenChanged) {
             changes |= kVnodeWrite;
             state.hasUnseenWrites = !now;
@@ -117,7 +117,7 @@ void RawChanges::add(const InotifyEvent& event)
         subfoldersChanged = true;
 }
 
-bool RawChanges::needsLook(uint32_t changes) const
+bool RawChanges::needsLook(std::uint32_t changes) const
 {
     if (isNameInDoubt || (flags & (inotify::kAttrib | inotify::kMoveSelf)))
         return true;
@@ -153,7 +153,8 @@ VnodeReport vnodeChanges(const RawChanges& raw, WatchedState& state, const std::
     return report;
 }
 
-uint32_t vnodeChangesAfterLoss(WatchFate fate, WatchedState& state, const std::optional<FileStatus>& look)
+std::uint32_t vnodeChangesAfterLoss(
+    WatchFate fate, WatchedState& state, const std::optional<FileStatus>& look)
 {
     const FileStatus* now = look && isSameObject(state.status, *look) ? &*look : nullptr;
     if (fate == WatchFate::Unmounted)
@@ -170,7 +171,7 @@ uint32_t vnodeChangesAfterLoss(WatchFate fate, WatchedState& state, const std::o
         return kVnodeWrite | kVnodeAttrib | (wasNamed ? kVnodeRename | kVnodeDelete : 0U);
     }
     const FileStatus before = std::exchange(state.status, *now);
-    uint32_t changes = 0;
+    std::uint32_t changes = 0;
     if (before.size != now->size || before.modified != now->modified)
         changes |= kVnodeWrite;
     if (!now->isFolder() && now->size > before.size)

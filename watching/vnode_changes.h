@@ -9,7 +9,7 @@
 namespace lum {
 
 /// What can happen to a watched object. The values are part of the watcher's interface.
-enum VnodeChange : uint32_t {
+enum VnodeChange : std::uint32_t {
     kVnodeDelete = 0x01,
     kVnodeWrite = 0x02,
     kVnodeExtend = 0x04,
@@ -21,15 +21,15 @@ enum VnodeChange : uint32_t {
 
 /// One look at a file or folder.
 struct FileStatus {
-    uint64_t device = 0;
-    uint64_t inode = 0;
-    uint64_t size = 0;
-    int64_t modified = 0; ///< Time of the last write, in nanoseconds.
-    int64_t changed = 0; ///< Time of the last change of any kind, in nanoseconds.
-    uint32_t links = 0;
-    uint32_t mode = 0;
-    uint32_t user = 0;
-    uint32_t group = 0;
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::uint64_t size = 0;
+    std::int64_t modified = 0; ///< Time of the last write, in nanoseconds.
+    std::int64_t changed = 0; ///< Time of the last change of any kind, in nanoseconds.
+    std::uint32_t links = 0;
+    std::uint32_t mode = 0;
+    std::uint32_t user = 0;
+    std::uint32_t group = 0;
     /// The last change was so shortly before the look that another one could carry the same time.
     bool isRecent = false;
 
@@ -46,13 +46,13 @@ struct WatchedState {
 
 /// The events of one read about one object, folded into one.
 struct RawChanges {
-    uint32_t flags = 0; ///< inotify bits of the events about the object itself.
+    std::uint32_t flags = 0; ///< inotify bits of the events about the object itself.
     bool childrenChanged = false;
     bool subfoldersChanged = false;
     /// Whether the path still leads to the object is in doubt: the folder above has told that the name was
     /// removed, or a link went away a moment ago.
     bool isNameInDoubt = false;
-    std::vector<uint32_t> subfoldersMovedOut; ///< Cookies of moves whose second half has not come yet.
+    std::vector<std::uint32_t> subfoldersMovedOut; ///< Cookies of moves whose second half has not come yet.
 
     /// Takes in an event about the object, or about a child of it when it is a folder.
     void add(const InotifyEvent& event);
@@ -60,7 +60,7 @@ struct RawChanges {
     bool isUnmounted() const { return (flags & inotify::kUnmount) != 0; }
     /// Whether a look at the path is needed to tell what of `changes` these are. It costs more than all else
     /// that a plain write needs.
-    bool needsLook(uint32_t changes) const;
+    bool needsLook(std::uint32_t changes) const;
     /// The kernel watch is gone or about to go.
     bool hasEnded() const
     {
@@ -69,7 +69,7 @@ struct RawChanges {
 };
 
 struct VnodeReport {
-    uint32_t changes = 0;
+    std::uint32_t changes = 0;
     /// The object has lost a link but still has this name. The kernel tells of the loss a moment before the
     /// name goes, and tells nothing afterwards, so the path must be looked at once more.
     bool mustSettle = false;
@@ -88,6 +88,7 @@ enum class WatchFate { Alive, Dead, Unmounted, Unknown };
 
 /// What has changed at a path since the last report, when the kernel has thrown events away. What cannot be
 /// seen to be unchanged is reported as changed.
-uint32_t vnodeChangesAfterLoss(WatchFate fate, WatchedState& state, const std::optional<FileStatus>& look);
+std::uint32_t vnodeChangesAfterLoss(
+    WatchFate fate, WatchedState& state, const std::optional<FileStatus>& look);
 
 }

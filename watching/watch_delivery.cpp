@@ -55,7 +55,7 @@ void WatchDelivery::setDelegate(const NSId& delegate)
     std::swap(mDelegateProxy, proxy); // the old one is let go behind the lock
 }
 
-void WatchDelivery::deliverChanges(const NSRef<NSString>& path, uint32_t changes)
+void WatchDelivery::deliverChanges(const NSRef<NSString>& path, std::uint32_t changes)
 {
     NSWorkspace::sharedWorkspace()->noteFileSystemChanged(path);
     for (const ReportName& report : kReportNames) {

@@ -20,7 +20,7 @@ public:
     void setAlwaysNotify(bool alwaysNotify) { mAlwaysNotify = alwaysNotify; }
 
     /// One report for each of the VnodeChange bits, in the fixed order.
-    void deliverChanges(const NSRef<NSString>& path, uint32_t changes);
+    void deliverChanges(const NSRef<NSString>& path, std::uint32_t changes);
     /// One report: the delegate's message on the main thread, for which this waits; then, when there is no
     /// delegate or both are wanted, a notification, here. Raises what the delegate raises.
     void deliver(const NSRef<NSString>& name, const NSRef<NSString>& path);

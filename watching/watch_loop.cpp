@@ -19,7 +19,7 @@ constexpr std::chrono::seconds kLongestWait(5);
 
 WatchLoop::WatchLoop(std::unique_ptr<KernelQueue> queue) : mQueue(std::move(queue)) { }
 
-void WatchLoop::add(const NSRef<NSString>& path, uint32_t changes)
+void WatchLoop::add(const NSRef<NSString>& path, std::uint32_t changes)
 {
     if (!path)
         return;

@@ -19,13 +19,13 @@ namespace lum {
 class WatchLoop {
 public:
     /// Takes in one event: a path as it was added, and VnodeChange bits.
-    using Report = std::function<void(const NSRef<NSString>& path, uint32_t changes)>;
+    using Report = std::function<void(const NSRef<NSString>& path, std::uint32_t changes)>;
 
     explicit WatchLoop(std::unique_ptr<KernelQueue> queue);
 
     int descriptor() const { return mQueue->descriptor(); }
 
-    void add(const NSRef<NSString>& path, uint32_t changes) NS_EXCLUDES(mLock);
+    void add(const NSRef<NSString>& path, std::uint32_t changes) NS_EXCLUDES(mLock);
     void remove(const NSRef<NSString>& path) NS_EXCLUDES(mLock);
     void removeAll() NS_EXCLUDES(mLock);
     /// The paths that could be opened, in the order they were added.
@@ -57,7 +57,7 @@ private:
     std::atomic<bool> mKeepsRunning = true;
     std::atomic<bool> mIsClaimed = false;
     std::vector<KernelQueue::Event> mPending; // of the thread
-    size_t mNextPending = 0; // of the thread
+    std::size_t mNextPending = 0; // of the thread
 
     mutable platform::Mutex mLock;
     Token mLastToken NS_GUARDED_BY(mLock) = 0;

@@ -22,7 +22,7 @@ private:
 };
 
 /// So many places behind the list may be read, and hold null.
-constexpr size_t kAhead = 16;
+constexpr std::size_t kAhead = 16;
 
 /// Has the object fetched that is compared some steps later. Objects lie anywhere in memory, and waiting for
 /// them takes longer than all else a merge does.
@@ -55,20 +55,20 @@ void mergeRuns(NSObject** first, NSObject** middle, NSObject** last, NSObject** 
 /// runs foreign code, which may contradict itself.
 template<typename Before> void sortStably(std::vector<NSObject*>& objects, const Before& before)
 {
-    constexpr size_t kRun = 8;
-    const size_t count = objects.size();
+    constexpr std::size_t kRun = 8;
+    const std::size_t count = objects.size();
     objects.resize(count + kAhead);
-    for (size_t start = 0; start < count; start += kRun)
-        for (size_t at = start + 1; at < std::min(start + kRun, count); ++at) {
+    for (std::size_t start = 0; start < count; start += kRun)
+        for (std::size_t at = start + 1; at < std::min(start + kRun, count); ++at) {
             NSObject* object = objects[at];
-            size_t hole = at;
+            std::size_t hole = at;
             for (; hole > start && before(object, objects[hole - 1]); --hole)
                 objects[hole] = objects[hole - 1];
             objects[hole] = object;
         }
     std::vector<NSObject*> merged(count + kAhead);
-    for (size_t run = kRun; run < count; run *= 2) {
-        for (size_t start = 0; start < count; start += 2 * run)
+    for (std::size_t run = kRun; run < count; run *= 2) {
+        for (std::size_t start = 0; start < count; start += 2 * run)
             mergeRuns(&objects[start], objects.data() + std::min(start + run, count),
                 objects.data() + std::min(start + 2 * run, count), &merged[start], before);
         objects.swap(merged);
@@ -115,7 +115,7 @@ NSRef<NSArray> NSArray::sortedArrayUsingDescriptors(const NSRef<NSArray>& descri
     }
     return sorted(mObjects, [&](const NSId& a, const NSId& b) {
         NSComparisonResult result = NSOrderedSame;
-        for (size_t at = 0; at < rules.size() && result == NSOrderedSame; ++at)
+        for (std::size_t at = 0; at < rules.size() && result == NSOrderedSame; ++at)
             result = rules[at]->compareObject(a, b);
         return result;
     });

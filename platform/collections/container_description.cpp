@@ -12,8 +12,8 @@ namespace platform {
 
 namespace {
 
-constexpr size_t kMaxDepth = 64;
-constexpr size_t kIndent = 4;
+constexpr std::size_t kMaxDepth = 64;
+constexpr std::size_t kIndent = 4;
 
 /// The containers being written on this thread, outermost first: an element's own description may start anew
 /// inside one.
@@ -73,9 +73,10 @@ void writeText(std::string& out, const NSString& text)
     out += '"';
 }
 
-void write(std::string& out, const NSObject& object, size_t level);
+void write(std::string& out, const NSObject& object, std::size_t level);
 
-template<typename Collection> void writeList(std::string& out, const Collection& collection, size_t level)
+template<typename Collection>
+void writeList(std::string& out, const Collection& collection, std::size_t level)
 {
     out += "(\n";
     const char* separator = "";
@@ -100,7 +101,7 @@ std::vector<NSDictionary::Entry> entriesToWrite(const NSDictionary& dictionary)
     return entries;
 }
 
-void writeDictionary(std::string& out, const NSDictionary& dictionary, size_t level)
+void writeDictionary(std::string& out, const NSDictionary& dictionary, std::size_t level)
 {
     out += "{\n";
     for (const auto& [key, value] : entriesToWrite(dictionary)) {
@@ -115,7 +116,8 @@ void writeDictionary(std::string& out, const NSDictionary& dictionary, size_t le
 }
 
 template<typename Container, typename Write>
-bool writeIf(std::string& out, const NSObject& object, size_t level, const char* cut, const Write& writeIt)
+bool writeIf(
+    std::string& out, const NSObject& object, std::size_t level, const char* cut, const Write& writeIt)
 {
     auto container = dynamic_cast<const Container*>(&object);
     if (!container)
@@ -129,14 +131,14 @@ bool writeIf(std::string& out, const NSObject& object, size_t level, const char*
     return true;
 }
 
-void writeSet(std::string& out, const NSSet& set, size_t level)
+void writeSet(std::string& out, const NSSet& set, std::size_t level)
 {
     out += "{";
     writeList(out, set, level);
     out += "}";
 }
 
-void write(std::string& out, const NSObject& object, size_t level)
+void write(std::string& out, const NSObject& object, std::size_t level)
 {
     if (writeIf<NSArray>(out, object, level, "(...)", writeList<NSArray>)
         || writeIf<NSDictionary>(out, object, level, "{...}", writeDictionary)

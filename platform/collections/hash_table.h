@@ -102,9 +102,9 @@ private:
 
     bool needsIndex(NSUInteger count) const { return count > kScanned && count * 2 > mIndex.size(); }
 
-    size_t slotOf(NSUInteger hash) const
+    std::size_t slotOf(NSUInteger hash) const
     {
-        return static_cast<size_t>((hash * hashMultiplier()) >> std::countl_zero(mIndex.size() - 1));
+        return static_cast<std::size_t>((hash * hashMultiplier()) >> std::countl_zero(mIndex.size() - 1));
     }
 
     NSUInteger find(const NSId& key, NSUInteger hash) const
@@ -115,7 +115,7 @@ private:
                     return position;
             return kNone;
         }
-        for (size_t slot = slotOf(hash); mIndex[slot] != 0; slot = (slot + 1) & (mIndex.size() - 1))
+        for (std::size_t slot = slotOf(hash); mIndex[slot] != 0; slot = (slot + 1) & (mIndex.size() - 1))
             if (isEntry(mIndex[slot] - 1, key, hash))
                 return mIndex[slot] - 1;
         return kNone;
@@ -140,7 +140,7 @@ private:
     {
         if (mIndex.empty())
             return;
-        size_t slot = slotOf(mEntries[position].hash);
+        std::size_t slot = slotOf(mEntries[position].hash);
         while (mIndex[slot] != 0)
             slot = (slot + 1) & (mIndex.size() - 1);
         mIndex[slot] = static_cast<std::uint32_t>(position + 1);

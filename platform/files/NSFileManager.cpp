@@ -61,8 +61,8 @@ int makeFolder(const std::string& path)
 /// The path of the folder that `path` is in; empty when it has none to make.
 std::string folderOf(const std::string& path)
 {
-    const size_t end = path.find_last_not_of('/');
-    const size_t slash = end == std::string::npos ? end : path.rfind('/', end);
+    const std::size_t end = path.find_last_not_of('/');
+    const std::size_t slash = end == std::string::npos ? end : path.rfind('/', end);
     return slash == std::string::npos ? std::string() : path.substr(0, slash);
 }
 
@@ -71,7 +71,7 @@ std::string folderOf(const std::string& path)
 int makeFolders(const std::string& path)
 {
     std::vector<std::string> missing { path };
-    for (size_t steps = 0; !missing.empty(); ++steps) {
+    for (std::size_t steps = 0; !missing.empty(); ++steps) {
         if (steps > 2 * path.size() + 2)
             return ENOENT; // somebody removes them as fast as they are made
         const int error = makeFolder(missing.back());

@@ -10,7 +10,7 @@ namespace {
 const char* scalarCode(char kind)
 {
     static constexpr std::string_view kCodes("v\0@\0:\0#\0c\0C\0s\0S\0i\0I\0q\0Q\0f\0d\0", 28);
-    size_t found = kCodes.find(kind);
+    std::size_t found = kCodes.find(kind);
     return found == std::string_view::npos ? nullptr : kCodes.data() + found;
 }
 

@@ -18,17 +18,17 @@ std::atomic<unsigned> sGeneration { 1 };
 /// kept, since another thread may be reading it, and there are as many as there were extensions.
 struct NSClass::Table {
     unsigned generation = 0;
-    size_t mask = 0;
+    std::size_t mask = 0;
     std::vector<Entry> entries;
 
-    explicit Table(size_t methods, unsigned generation_)
+    explicit Table(std::size_t methods, unsigned generation_)
         : generation(generation_), mask(std::bit_ceil(methods * 2 + 2) - 1), entries(mask + 1)
     {
     }
 
     void addIfAbsent(Entry added)
     {
-        for (size_t at = added.selector.hash() & mask;; at = (at + 1) & mask) {
+        for (std::size_t at = added.selector.hash() & mask;; at = (at + 1) & mask) {
             if (entries[at].selector == added.selector)
                 return;
             if (!entries[at].selector) {
@@ -40,7 +40,7 @@ struct NSClass::Table {
 
     Entry find(NSSelector selector) const
     {
-        for (size_t at = selector.hash() & mask;; at = (at + 1) & mask) {
+        for (std::size_t at = selector.hash() & mask;; at = (at + 1) & mask) {
             const Entry& entry = entries[at];
             if (entry.selector == selector || !entry.selector)
                 return entry;
@@ -88,7 +88,7 @@ struct NSClassRegistry {
     const NSClass::Table& rebuild(const NSClass& type)
     {
         platform::MutexLock lock(mLock);
-        size_t count = 0;
+        std::size_t count = 0;
         for (const NSClass* at = &type; at; at = at->mSuperclass) {
             count += at->mMethods.size();
             for (auto extension : at->mExtensions)

@@ -21,7 +21,7 @@ struct NSSelectorTable {
         auto interned = std::make_unique<Interned>();
         interned->text = name;
         std::string_view text = interned->text;
-        auto colons = static_cast<size_t>(std::count(text.begin(), text.end(), ':'));
+        auto colons = static_cast<std::size_t>(std::count(text.begin(), text.end(), ':'));
         interned->entry = { text, colons, std::hash<std::string_view> {}(text) };
         return &mEntries.emplace(text, std::move(interned)).first->second->entry;
     }

@@ -7,7 +7,8 @@
 
 namespace {
 
-[[noreturn]] void wrongCount(const NSObject& receiver, NSSelector selector, size_t given, size_t wanted)
+[[noreturn]] void wrongCount(
+    const NSObject& receiver, NSSelector selector, std::size_t given, std::size_t wanted)
 {
     throw NSException(NSInvalidArgumentException,
         NSString::stringWithUTF8String("-[" + std::string(receiver.isa().name()) + " "
@@ -26,7 +27,7 @@ void forward(NSObject& receiver, NSSelector selector, std::span<const NSArgument
     auto invocation = NSInvocation::invocationWithMethodSignature(signature);
     invocation->setSelector(selector);
     invocation->setTarget(NSShare(&receiver));
-    for (size_t at = 0; at < arguments.size(); ++at)
+    for (std::size_t at = 0; at < arguments.size(); ++at)
         invocation->setArgument(arguments[at], at + kHidden);
     receiver.forwardInvocation(*invocation);
     result.set(invocation->result());

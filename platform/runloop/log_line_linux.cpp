@@ -40,7 +40,7 @@ void writeToStandardError(std::string_view line)
         if (written < 0 && error != EINTR)
             return; // there is nowhere left to tell
         if (written > 0)
-            line.remove_prefix(static_cast<size_t>(written));
+            line.remove_prefix(static_cast<std::size_t>(written));
     }
 }
 

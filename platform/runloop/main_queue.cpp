@@ -19,7 +19,7 @@ public:
     virtual void drop() = 0;
 
     Call* next = nullptr;
-    uint64_t sequence = 0;
+    std::uint64_t sequence = 0;
 
 protected:
     ~Call() = default;
@@ -152,7 +152,7 @@ void MainQueue::drain()
 {
     if (!isMainThread())
         return;
-    uint64_t last = beginTurn();
+    std::uint64_t last = beginTurn();
     while (Call* call = takeNext(last))
         call->run();
 }
@@ -168,7 +168,7 @@ bool MainQueue::run(std::optional<Clock::time_point> deadline)
     mInnermostRun = &current;
 
     for (;;) {
-        uint64_t last = beginTurn();
+        std::uint64_t last = beginTurn();
         while (Call* call = current.stopped ? nullptr : takeNext(last))
             call->run();
         if (current.stopped)
@@ -207,7 +207,7 @@ void MainQueue::enqueueLocked(Call& call)
 }
 
 /// Lines up what is due and returns the last call of this turn.
-uint64_t MainQueue::beginTurn()
+std::uint64_t MainQueue::beginTurn()
 {
     MutexLock lock(mLock);
     if (!mDelayed.empty()) {
@@ -223,7 +223,7 @@ uint64_t MainQueue::beginTurn()
 
 /// Takes the next call out, null at the end of the turn. The descriptor stays readable until no call is left,
 /// so that a loop run by one of the calls finds the rest.
-MainQueue::Call* MainQueue::takeNext(uint64_t last)
+MainQueue::Call* MainQueue::takeNext(std::uint64_t last)
 {
     MutexLock lock(mLock);
     if (!mFirst) {

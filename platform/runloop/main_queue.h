@@ -68,15 +68,15 @@ private:
 
     void enqueue(Call& call);
     void enqueueLocked(Call& call) NS_REQUIRES(mLock);
-    uint64_t beginTurn();
-    Call* takeNext(uint64_t last);
+    std::uint64_t beginTurn();
+    Call* takeNext(std::uint64_t last);
     void forgetCalls() NS_REQUIRES(mLock);
 
     const std::unique_ptr<MainQueueWake> mWake;
     Mutex mLock;
     Call* mFirst NS_GUARDED_BY(mLock) = nullptr;
     Call* mLast NS_GUARDED_BY(mLock) = nullptr;
-    uint64_t mNextSequence NS_GUARDED_BY(mLock) = 1;
+    std::uint64_t mNextSequence NS_GUARDED_BY(mLock) = 1;
     bool mRaised NS_GUARDED_BY(mLock) = false; // somebody has raised the descriptor, or is about to
     std::multimap<Clock::time_point, std::unique_ptr<PostedCall>> mDelayed NS_GUARDED_BY(mLock);
     Run* mInnermostRun = nullptr; // the main thread's own

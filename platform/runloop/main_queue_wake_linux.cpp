@@ -84,14 +84,14 @@ public:
 
     void raise() override
     {
-        uint64_t one = 1;
+        std::uint64_t one = 1;
         // A full counter is as readable as it gets, so a refusal loses nothing.
         [[maybe_unused]] ssize_t written = write(mRaised.number(), &one, sizeof one);
     }
 
     void clear() override
     {
-        uint64_t count;
+        std::uint64_t count;
         [[maybe_unused]] ssize_t taken = read(mRaised.number(), &count, sizeof count);
     }
 

@@ -15,9 +15,9 @@ public:
     void release();
 
 private:
-    enum State : uint32_t { Empty, Waiting, Released };
+    enum State : std::uint32_t { Empty, Waiting, Released };
 
-    std::atomic<uint32_t> mState { Empty };
+    std::atomic<std::uint32_t> mState { Empty };
 };
 
 }

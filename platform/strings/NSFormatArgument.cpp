@@ -8,7 +8,7 @@
 // The string of a constant lives as long as the process, so borrowing it is safe.
 NSFormatArgument::NSFormatArgument(const NSStringConstant& constant) : NSFormatArgument(constant.string()) { }
 
-std::string_view NSFormatArgument::bytes(size_t limit) const
+std::string_view NSFormatArgument::bytes(std::size_t limit) const
 {
     const auto* text = static_cast<const char*>(mPointer);
     if (!text)

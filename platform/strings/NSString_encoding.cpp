@@ -63,9 +63,9 @@ bool NSString::getCString(char* buffer, NSUInteger maxLength, NSStringEncoding e
         return false;
     NSUInteger room = maxLength - 1;
     char* out = buffer;
-    size_t at = 0;
+    std::size_t at = 0;
     while (at < length()) {
-        size_t end = platform::nextCodePoint(characters(), at);
+        std::size_t end = platform::nextCodePoint(characters(), at);
         std::optional<std::string> bytes = bytesOf(characters().substr(at, end - at), encoding);
         if (!bytes || bytes->size() > room)
             break;

@@ -29,18 +29,19 @@ const platform::CharacterSet& membersOf(const NSRef<NSCharacterSet>& set)
     return set ? set->characters() : kNone;
 }
 
-using CaseMapping = int32_t (*)(char16_t*, int32_t, const char16_t*, int32_t, const char*, UErrorCode*);
+using CaseMapping = std::int32_t (*)(
+    char16_t*, std::int32_t, const char16_t*, std::int32_t, const char*, UErrorCode*);
 
 NSRef<NSString> mapped(std::u16string_view text, CaseMapping mapping)
 {
     constexpr const char* kNoLocale = "";
-    auto length = static_cast<int32_t>(text.size());
+    auto length = static_cast<std::int32_t>(text.size());
     std::u16string result(text.size() + 8, u'\0');
     for (;;) {
         UErrorCode error = U_ZERO_ERROR;
-        auto room = static_cast<int32_t>(result.size());
-        int32_t needed = mapping(result.data(), room, text.data(), length, kNoLocale, &error);
-        result.resize(static_cast<size_t>(needed));
+        auto room = static_cast<std::int32_t>(result.size());
+        std::int32_t needed = mapping(result.data(), room, text.data(), length, kNoLocale, &error);
+        result.resize(static_cast<std::size_t>(needed));
         if (error != U_BUFFER_OVERFLOW_ERROR)
             return NSString::stringWithCharacters(result);
     }

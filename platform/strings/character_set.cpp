@@ -15,7 +15,7 @@ constexpr char32_t kEnd = 0x110000;
 CharacterSet::CharacterSet(Boundaries boundaries) : mBoundaries(std::move(boundaries))
 {
     for (char32_t point = 0; point < kAsciiCount; ++point)
-        mAscii[point / 64] |= uint64_t(containsBeyondAscii(point)) << (point % 64);
+        mAscii[point / 64] |= std::uint64_t(containsBeyondAscii(point)) << (point % 64);
 }
 
 bool CharacterSet::containsBeyondAscii(char32_t point) const
@@ -27,7 +27,7 @@ bool CharacterSet::containsBeyondAscii(char32_t point) const
 CharacterSet CharacterSet::withCharacters(std::u16string_view text)
 {
     std::vector<char32_t> points;
-    for (size_t at = 0; at < text.size();) {
+    for (std::size_t at = 0; at < text.size();) {
         points.push_back(takeCodePoint(text, at));
     }
     std::sort(points.begin(), points.end());
@@ -43,17 +43,17 @@ CharacterSet CharacterSet::withCharacters(std::u16string_view text)
     return CharacterSet(std::move(boundaries));
 }
 
-CharacterSet CharacterSet::withRange(char32_t first, size_t count)
+CharacterSet CharacterSet::withRange(char32_t first, std::size_t count)
 {
     if (first >= kEnd || count == 0)
         return {};
     return CharacterSet(Boundaries { first, count < kEnd - first ? first + char32_t(count) : kEnd });
 }
 
-CharacterSet CharacterSet::withCategories(uint32_t mask)
+CharacterSet CharacterSet::withCategories(std::uint32_t mask)
 {
     struct Collector {
-        uint32_t mask;
+        std::uint32_t mask;
         Boundaries boundaries;
     } collector { mask, {} };
     auto collect = [](const void* context, UChar32 start, UChar32 limit, UCharCategory category) -> UBool {
@@ -107,7 +107,7 @@ template<typename Keep> CharacterSet CharacterSet::combinedWith(const CharacterS
     const Boundaries& a = mBoundaries;
     const Boundaries& b = other.mBoundaries;
     Boundaries result;
-    for (size_t i = 0, j = 0; i < a.size() || j < b.size();) {
+    for (std::size_t i = 0, j = 0; i < a.size() || j < b.size();) {
         char32_t at = std::min(i < a.size() ? a[i] : kEnd, j < b.size() ? b[j] : kEnd);
         i += i < a.size() && a[i] == at;
         j += j < b.size() && b[j] == at;
@@ -128,7 +128,7 @@ CharacterSet CharacterSet::unitedWith(const CharacterSet& other) const
     return combinedWith(other, [](bool here, bool there) { return here || there; });
 }
 
-size_t CharacterSet::hash() const
+std::size_t CharacterSet::hash() const
 {
     std::u32string_view boundaries(mBoundaries.data(), mBoundaries.size());
     return std::hash<std::u32string_view> {}(boundaries);

@@ -16,7 +16,7 @@ public:
     /// The characters of `text`; a lone surrogate is a member of its own.
     static CharacterSet withCharacters(std::u16string_view text);
     /// `count` code points from `first` on, as far as there are code points.
-    static CharacterSet withRange(char32_t first, size_t count);
+    static CharacterSet withRange(char32_t first, std::size_t count);
 
     /// Horizontal space, the zero-width space U+200B included.
     static const CharacterSet& whitespace();
@@ -40,20 +40,20 @@ public:
     CharacterSet unitedWith(const CharacterSet& other) const;
 
     friend bool operator==(const CharacterSet&, const CharacterSet&) = default;
-    size_t hash() const;
+    std::size_t hash() const;
 
 private:
     static constexpr char32_t kAsciiCount = 128;
     using Boundaries = std::vector<char32_t>;
 
     explicit CharacterSet(Boundaries boundaries);
-    static CharacterSet withCategories(uint32_t mask);
+    static CharacterSet withCategories(std::uint32_t mask);
     bool containsBeyondAscii(char32_t point) const;
     template<typename Keep> CharacterSet combinedWith(const CharacterSet& other, Keep keep) const;
 
     // Ascending; membership changes at each boundary, beginning with "not a member".
     Boundaries mBoundaries;
-    std::array<uint64_t, 2> mAscii {};
+    std::array<std::uint64_t, 2> mAscii {};
 };
 
 }

@@ -22,13 +22,13 @@ constexpr char16_t asciiLowercase(char16_t unit)
 }
 
 /// Whether `at` lies between the two halves of a pair.
-constexpr bool isInsidePair(std::u16string_view text, size_t at)
+constexpr bool isInsidePair(std::u16string_view text, std::size_t at)
 {
     return at > 0 && at < text.size() && isTrailSurrogate(text[at]) && isLeadSurrogate(text[at - 1]);
 }
 
 /// Reads the code point at `at`, which moves behind it.
-constexpr char32_t takeCodePoint(std::u16string_view text, size_t& at)
+constexpr char32_t takeCodePoint(std::u16string_view text, std::size_t& at)
 {
     char32_t unit = text[at++];
     if (!isLeadSurrogate(unit) || at == text.size() || !isTrailSurrogate(text[at]))
@@ -37,13 +37,13 @@ constexpr char32_t takeCodePoint(std::u16string_view text, size_t& at)
 }
 
 /// The index behind the code point at `at`.
-constexpr size_t nextCodePoint(std::u16string_view text, size_t at)
+constexpr std::size_t nextCodePoint(std::u16string_view text, std::size_t at)
 {
     return isInsidePair(text, at + 1) ? at + 2 : at + 1;
 }
 
 /// The index of the code point that ends at `at`, which is not 0.
-constexpr size_t previousCodePoint(std::u16string_view text, size_t at)
+constexpr std::size_t previousCodePoint(std::u16string_view text, std::size_t at)
 {
     return isInsidePair(text, at - 1) ? at - 2 : at - 1;
 }

@@ -31,14 +31,14 @@ bool foldsAsAsciiDoes(char16_t unit)
     return unit < 0x80 || (unit >= kFirstMark && unit < 0x370 && unit != 0x345);
 }
 
-int32_t lengthOf(std::u16string_view text)
+std::int32_t lengthOf(std::u16string_view text)
 {
-    return static_cast<int32_t>(text.size());
+    return static_cast<std::int32_t>(text.size());
 }
 
 }
 
-bool isCombiningBoundary(std::u16string_view text, size_t at)
+bool isCombiningBoundary(std::u16string_view text, std::size_t at)
 {
     if (at == text.size() || text[at] < kFirstMark)
         return true;
@@ -47,14 +47,14 @@ bool isCombiningBoundary(std::u16string_view text, size_t at)
     return unorm2_hasBoundaryBefore(decomposition(), static_cast<UChar32>(takeCodePoint(text, at)));
 }
 
-bool ComparisonStream::isSegmentStart(std::u16string_view text, size_t at, Equivalence equivalence)
+bool ComparisonStream::isSegmentStart(std::u16string_view text, std::size_t at, Equivalence equivalence)
 {
     if (at == 0 || at == text.size() || text[at - 1] < 0x80)
         return true;
     return equivalence.canonical ? isCombiningBoundary(text, at) : !isInsidePair(text, at);
 }
 
-ComparisonStream::ComparisonStream(std::u16string_view text, size_t start, Equivalence equivalence)
+ComparisonStream::ComparisonStream(std::u16string_view text, std::size_t start, Equivalence equivalence)
     : mText(text), mEquivalence(equivalence), mStart(start), mEnd(start)
 {
     readSegment();
@@ -71,9 +71,9 @@ void ComparisonStream::advance()
     readSegment();
 }
 
-size_t ComparisonStream::findSegmentEnd() const
+std::size_t ComparisonStream::findSegmentEnd() const
 {
-    size_t end = nextCodePoint(mText, mStart);
+    std::size_t end = nextCodePoint(mText, mStart);
     if (mText[mStart] < 0x80 || !mEquivalence.canonical)
         return end;
     while (end - mStart < kLongestSegment && !isCombiningBoundary(mText, end))
@@ -109,17 +109,18 @@ void ComparisonStream::readSegment()
 void ComparisonStream::decompose()
 {
     if (nextCodePoint(mSegment, 0) < mSegment.size()) {
-        rewrite(mDecomposed, [](std::u16string_view text, char16_t* out, int32_t room, UErrorCode* error) {
-            return unorm2_normalize(decomposition(), text.data(), lengthOf(text), out, room, error);
-        });
+        rewrite(
+            mDecomposed, [](std::u16string_view text, char16_t* out, std::int32_t room, UErrorCode* error) {
+                return unorm2_normalize(decomposition(), text.data(), lengthOf(text), out, room, error);
+            });
         return;
     }
-    size_t end = 0;
+    std::size_t end = 0;
     auto point = static_cast<UChar32>(takeCodePoint(mSegment, end));
     UErrorCode error = U_ZERO_ERROR;
-    int32_t length = unorm2_getDecomposition(decomposition(), point, mDecomposed.data(), kRoom, &error);
+    std::int32_t length = unorm2_getDecomposition(decomposition(), point, mDecomposed.data(), kRoom, &error);
     if (length >= 0)
-        mSegment = { mDecomposed.data(), static_cast<size_t>(length) };
+        mSegment = { mDecomposed.data(), static_cast<std::size_t>(length) };
 }
 
 /// What is decomposed stays so: no folding makes a combining mark.
@@ -131,7 +132,7 @@ void ComparisonStream::fold()
         mSegment = { mFolded.data(), end };
         return;
     }
-    rewrite(mFolded, [](std::u16string_view text, char16_t* out, int32_t room, UErrorCode* error) {
+    rewrite(mFolded, [](std::u16string_view text, char16_t* out, std::int32_t room, UErrorCode* error) {
         return u_strFoldCase(out, room, text.data(), lengthOf(text), U_FOLD_CASE_DEFAULT, error);
     });
 }
@@ -141,13 +142,13 @@ void ComparisonStream::fold()
 template<typename Function> void ComparisonStream::rewrite(Buffer& buffer, Function function)
 {
     UErrorCode error = U_ZERO_ERROR;
-    int32_t length = function(mSegment, buffer.data(), kRoom, &error);
+    std::int32_t length = function(mSegment, buffer.data(), kRoom, &error);
     if (error != U_BUFFER_OVERFLOW_ERROR) {
-        mSegment = { buffer.data(), static_cast<size_t>(length) };
+        mSegment = { buffer.data(), static_cast<std::size_t>(length) };
         return;
     }
     error = U_ZERO_ERROR;
-    std::u16string rewritten(static_cast<size_t>(length), u'\0');
+    std::u16string rewritten(static_cast<std::size_t>(length), u'\0');
     function(mSegment, rewritten.data(), length, &error);
     mLong = std::move(rewritten);
     mSegment = mLong;

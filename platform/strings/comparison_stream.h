@@ -24,7 +24,7 @@ public:
     static constexpr int kEnd = -1; ///< Smaller than any code point: a prefix sorts first.
 
     /// `start` is a segment start of `text`, which outlives the stream.
-    ComparisonStream(std::u16string_view text, size_t start, Equivalence equivalence);
+    ComparisonStream(std::u16string_view text, std::size_t start, Equivalence equivalence);
     ComparisonStream(const ComparisonStream&) = delete;
     ComparisonStream& operator=(const ComparisonStream&) = delete;
 
@@ -34,12 +34,12 @@ public:
     /// True when current() is the first of its segment, or the end.
     bool isAtSegmentStart() const { return mIsAtSegmentStart; }
     /// Where the segment of current() begins.
-    size_t segmentStart() const { return mStart; }
+    std::size_t segmentStart() const { return mStart; }
 
-    static bool isSegmentStart(std::u16string_view text, size_t at, Equivalence equivalence);
+    static bool isSegmentStart(std::u16string_view text, std::size_t at, Equivalence equivalence);
 
 private:
-    static constexpr size_t kLongestSegment = 1024;
+    static constexpr std::size_t kLongestSegment = 1024;
 
     static constexpr int kRoom = 32; // for any one character; longer segments take memory of their own
     using Buffer = std::array<char16_t, kRoom>;
@@ -48,14 +48,14 @@ private:
     void decompose();
     void fold();
     template<typename Function> void rewrite(Buffer& buffer, Function function);
-    size_t findSegmentEnd() const;
+    std::size_t findSegmentEnd() const;
 
     std::u16string_view mText;
     Equivalence mEquivalence;
-    size_t mStart; // of the segment in mText
-    size_t mEnd;
+    std::size_t mStart; // of the segment in mText
+    std::size_t mEnd;
     std::u16string_view mSegment; // as it counts: a piece of mText, or in one of the buffers below
-    size_t mNext = 0; // in mSegment, behind current()
+    std::size_t mNext = 0; // in mSegment, behind current()
     int mCurrent = kEnd;
     bool mIsAtSegmentStart = true;
     Buffer mDecomposed;
@@ -64,6 +64,6 @@ private:
 };
 
 /// True when what stands at `at` cannot combine with the character before it; so at the end of the text.
-bool isCombiningBoundary(std::u16string_view text, size_t at);
+bool isCombiningBoundary(std::u16string_view text, std::size_t at);
 
 }

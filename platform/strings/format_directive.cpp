@@ -10,7 +10,7 @@ namespace {
 /// Reads one directive; at its end every question about the next unit is answered with U+0000.
 class DirectiveReader {
 public:
-    DirectiveReader(std::u16string_view format, const std::function<int64_t()>& fieldArgument)
+    DirectiveReader(std::u16string_view format, const std::function<std::int64_t()>& fieldArgument)
         : mFormat(format), mFieldArgument(fieldArgument)
     {
     }
@@ -65,15 +65,18 @@ private:
         }
     }
 
-    size_t readNumber()
+    std::size_t readNumber()
     {
-        size_t number = 0;
+        std::size_t number = 0;
         for (; peek() >= u'0' && peek() <= u'9'; ++mAt)
-            number = std::min<size_t>(number * 10 + (peek() - u'0'), kLongestField);
+            number = std::min<std::size_t>(number * 10 + (peek() - u'0'), kLongestField);
         return number;
     }
 
-    static size_t fieldLength(uint64_t magnitude) { return std::min<uint64_t>(magnitude, kLongestField); }
+    static std::size_t fieldLength(std::uint64_t magnitude)
+    {
+        return std::min<std::uint64_t>(magnitude, kLongestField);
+    }
 
     void readWidth()
     {
@@ -81,11 +84,11 @@ private:
             mDirective.width = readNumber();
             return;
         }
-        int64_t width = mFieldArgument();
+        std::int64_t width = mFieldArgument();
         if (width < 0)
             mDirective.leftAligned = true;
-        mDirective.width =
-            fieldLength(width < 0 ? 0 - static_cast<uint64_t>(width) : static_cast<uint64_t>(width));
+        mDirective.width = fieldLength(
+            width < 0 ? 0 - static_cast<std::uint64_t>(width) : static_cast<std::uint64_t>(width));
     }
 
     void readPrecision()
@@ -96,9 +99,9 @@ private:
             mDirective.precision = readNumber();
             return;
         }
-        int64_t precision = mFieldArgument();
+        std::int64_t precision = mFieldArgument();
         if (precision >= 0)
-            mDirective.precision = fieldLength(static_cast<uint64_t>(precision));
+            mDirective.precision = fieldLength(static_cast<std::uint64_t>(precision));
     }
 
     void readLengthModifier()
@@ -140,14 +143,14 @@ private:
     }
 
     std::u16string_view mFormat;
-    const std::function<int64_t()>& mFieldArgument;
-    size_t mAt = 1; // behind the "%"
+    const std::function<std::int64_t()>& mFieldArgument;
+    std::size_t mAt = 1; // behind the "%"
     FormatDirective mDirective;
 };
 
 }
 
-FormatDirective parseDirective(std::u16string_view format, const std::function<int64_t()>& fieldArgument)
+FormatDirective parseDirective(std::u16string_view format, const std::function<std::int64_t()>& fieldArgument)
 {
     return DirectiveReader(format, fieldArgument).read();
 }

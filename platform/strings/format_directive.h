@@ -17,16 +17,17 @@ struct FormatDirective {
     bool space = false;
     bool zeroPadded = false;
     bool alternate = false;
-    size_t width = 0;
-    std::optional<size_t> precision;
+    std::size_t width = 0;
+    std::optional<std::size_t> precision;
     unsigned bits = 32; ///< of the integer type that the length modifier names
     char16_t conversion = 0; ///< 0 when the format ends before it
     ConversionKind kind = ConversionKind::Unknown;
-    size_t length = 0; ///< of the directive in the format, in units
+    std::size_t length = 0; ///< of the directive in the format, in units
 };
 
 /// Reads the directive that `format` begins with, its "%" included. `fieldArgument` gives the number for
 /// each "*"; a negative width means left-aligned, a negative precision none.
-FormatDirective parseDirective(std::u16string_view format, const std::function<int64_t()>& fieldArgument);
+FormatDirective parseDirective(
+    std::u16string_view format, const std::function<std::int64_t()>& fieldArgument);
 
 }

@@ -21,7 +21,7 @@ bool isSign(char16_t unit)
     return unit == u'+' || unit == u'-';
 }
 
-size_t skipDigits(std::u16string_view text, size_t at)
+std::size_t skipDigits(std::u16string_view text, std::size_t at)
 {
     while (at < text.size() && isDigit(text[at]))
         ++at;
@@ -29,19 +29,19 @@ size_t skipDigits(std::u16string_view text, size_t at)
 }
 
 /// The end of the exponent at `at`, or `at` when none begins there.
-size_t skipExponent(std::u16string_view text, size_t at)
+std::size_t skipExponent(std::u16string_view text, std::size_t at)
 {
     if (at == text.size() || (text[at] != u'e' && text[at] != u'E'))
         return at;
-    size_t digits = at + 1;
+    std::size_t digits = at + 1;
     if (digits < text.size() && isSign(text[digits]))
         ++digits;
-    size_t end = skipDigits(text, digits);
+    std::size_t end = skipDigits(text, digits);
     return end == digits ? at : end;
 }
 
 /// The exponent of `number`, 0 when it has none, kept within what cannot overflow when added to.
-long long exponentOf(std::string_view number, size_t mark)
+long long exponentOf(std::string_view number, std::size_t mark)
 {
     if (mark == std::string_view::npos)
         return 0;
@@ -60,7 +60,7 @@ long long exponentOf(std::string_view number, size_t mark)
 /// other than 0 stands before the decimal point once the exponent has moved that.
 bool isHuge(std::string_view number)
 {
-    size_t mark = number.find_first_of("eE");
+    std::size_t mark = number.find_first_of("eE");
     std::string_view mantissa = number.substr(0, mark);
     auto point = static_cast<long long>(std::min(mantissa.find('.'), mantissa.size()));
     auto first = static_cast<long long>(mantissa.find_first_of("123456789"));
@@ -77,24 +77,24 @@ double nearestDouble(std::string_view number)
     return value;
 }
 
-size_t skipWhitespace(std::u16string_view text, size_t start = 0)
+std::size_t skipWhitespace(std::u16string_view text, std::size_t start = 0)
 {
     return skipCharacters(text, start, CharacterSet::whitespaceAndNewline());
 }
 
 }
 
-std::optional<ScannedDouble> scanDouble(std::u16string_view text, size_t start)
+std::optional<ScannedDouble> scanDouble(std::u16string_view text, std::size_t start)
 {
     if (start >= text.size())
         return std::nullopt;
     bool negative = text[start] == u'-';
-    size_t whole = start + isSign(text[start]);
-    size_t end = skipDigits(text, whole);
-    size_t digits = end - whole;
+    std::size_t whole = start + isSign(text[start]);
+    std::size_t end = skipDigits(text, whole);
+    std::size_t digits = end - whole;
     if (end < text.size() && text[end] == u'.') {
-        size_t fraction = end + 1;
-        size_t fractionEnd = skipDigits(text, fraction);
+        std::size_t fraction = end + 1;
+        std::size_t fractionEnd = skipDigits(text, fraction);
         digits += fractionEnd - fraction;
         end = fractionEnd;
     }
@@ -104,16 +104,16 @@ std::optional<ScannedDouble> scanDouble(std::u16string_view text, size_t start)
 
     // All of it is ASCII by now.
     std::string number(
-        text.begin() + static_cast<ptrdiff_t>(whole), text.begin() + static_cast<ptrdiff_t>(end));
+        text.begin() + static_cast<std::ptrdiff_t>(whole), text.begin() + static_cast<std::ptrdiff_t>(end));
     double value = nearestDouble(number);
     return ScannedDouble { negative ? -value : value, end };
 }
 
-size_t skipCharacters(std::u16string_view text, size_t start, const CharacterSet& skipped)
+std::size_t skipCharacters(std::u16string_view text, std::size_t start, const CharacterSet& skipped)
 {
-    size_t at = start;
+    std::size_t at = start;
     while (at < text.size()) {
-        size_t next = at;
+        std::size_t next = at;
         if (!skipped.contains(takeCodePoint(text, next)))
             break;
         at = next;
@@ -129,7 +129,7 @@ double doubleValue(std::u16string_view text)
 
 long long longLongValue(std::u16string_view text)
 {
-    size_t at = skipWhitespace(text);
+    std::size_t at = skipWhitespace(text);
     bool negative = false;
     if (at < text.size() && isSign(text[at]))
         negative = text[at++] == u'-';
@@ -153,7 +153,7 @@ int intValue(std::u16string_view text)
 
 bool boolValue(std::u16string_view text)
 {
-    size_t at = skipWhitespace(text);
+    std::size_t at = skipWhitespace(text);
     if (at == text.size())
         return false;
     if (std::u16string_view(u"TtYy").find(text[at]) != std::u16string_view::npos)

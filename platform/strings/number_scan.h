@@ -11,7 +11,7 @@ namespace platform {
 /// A number found in text, and where the text after it begins.
 struct ScannedDouble {
     double value;
-    size_t end;
+    std::size_t end;
 };
 
 /// Reads [+-] digits [. digits] or [+-] . digits, then an optional exponent, at exactly `start`.
@@ -19,10 +19,10 @@ struct ScannedDouble {
 /// The separator is "." whatever the locale; there is no grouping, no hexadecimal form, no "nan" or "inf".
 /// An exponent without digits is not part of the number. Correctly rounded; too large is infinite and
 /// too small is zero, both with their sign. Null when no number begins at `start`.
-std::optional<ScannedDouble> scanDouble(std::u16string_view text, size_t start);
+std::optional<ScannedDouble> scanDouble(std::u16string_view text, std::size_t start);
 
 /// The first index from `start` on whose character is not in `skipped`.
-size_t skipCharacters(std::u16string_view text, size_t start, const CharacterSet& skipped);
+std::size_t skipCharacters(std::u16string_view text, std::size_t start, const CharacterSet& skipped);
 
 // The number at the head of a text, white space before it skipped and anything after it ignored;
 // 0 when there is none.

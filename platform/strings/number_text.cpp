@@ -14,11 +14,11 @@ void appendAscii(std::u16string& out, std::string_view text)
 }
 
 /// Sign or base, zeros, and digits, filled up to the width of the field.
-void appendField(std::u16string& out, const FormatDirective& directive, std::string_view prefix, size_t zeros,
-    std::string_view digits, bool fillsWithZeros)
+void appendField(std::u16string& out, const FormatDirective& directive, std::string_view prefix,
+    std::size_t zeros, std::string_view digits, bool fillsWithZeros)
 {
-    size_t length = prefix.size() + zeros + digits.size();
-    size_t fill = directive.width > length ? directive.width - length : 0;
+    std::size_t length = prefix.size() + zeros + digits.size();
+    std::size_t fill = directive.width > length ? directive.width - length : 0;
     bool zeroFill = fillsWithZeros && directive.zeroPadded && !directive.leftAligned;
     if (!directive.leftAligned && !zeroFill)
         out.append(fill, u' ');
@@ -39,11 +39,12 @@ void makeUppercase(char* begin, char* end)
     std::transform(begin, end, begin, [](char c) { return c >= 'a' && c <= 'z' ? char(c - 0x20) : c; });
 }
 
-uint64_t extended(uint64_t value, unsigned bits, bool isSigned)
+std::uint64_t extended(std::uint64_t value, unsigned bits, bool isSigned)
 {
     unsigned unused = 64 - bits;
     value <<= unused;
-    return isSigned ? static_cast<uint64_t>(static_cast<int64_t>(value) >> unused) : value >> unused;
+    return isSigned ? static_cast<std::uint64_t>(static_cast<std::int64_t>(value) >> unused)
+                    : value >> unused;
 }
 
 std::chars_format charsFormat(char16_t conversion)
@@ -62,12 +63,12 @@ std::chars_format charsFormat(char16_t conversion)
 
 }
 
-void appendInteger(std::u16string& out, const FormatDirective& directive, uint64_t value, unsigned bits)
+void appendInteger(std::u16string& out, const FormatDirective& directive, std::uint64_t value, unsigned bits)
 {
     bool isSigned = directive.conversion == u'd' || directive.conversion == u'i';
     value = extended(value, directive.bits < 32 ? directive.bits : std::max(directive.bits, bits), isSigned);
-    bool negative = isSigned && static_cast<int64_t>(value) < 0;
-    uint64_t magnitude = negative ? 0 - value : value;
+    bool negative = isSigned && static_cast<std::int64_t>(value) < 0;
+    std::uint64_t magnitude = negative ? 0 - value : value;
 
     char16_t conversion = directive.conversion;
     int base = conversion == u'o' ? 8 : conversion == u'x' || conversion == u'X' ? 16 : 10;
@@ -78,9 +79,9 @@ void appendInteger(std::u16string& out, const FormatDirective& directive, uint64
     if (conversion == u'X')
         makeUppercase(buffer, end);
 
-    auto digits = static_cast<size_t>(end - buffer);
-    size_t fewest = directive.precision.value_or(1);
-    size_t zeros = fewest > digits ? fewest - digits : 0;
+    auto digits = static_cast<std::size_t>(end - buffer);
+    std::size_t fewest = directive.precision.value_or(1);
+    std::size_t zeros = fewest > digits ? fewest - digits : 0;
     std::string_view prefix = isSigned ? signOf(directive, negative) : "";
     if (directive.alternate && base == 16 && magnitude != 0)
         prefix = conversion == u'X' ? "0X" : "0x";
@@ -101,13 +102,13 @@ void appendFloating(std::u16string& out, const FormatDirective& directive, doubl
         return;
     }
 
-    constexpr size_t kMostWholeDigits = 309;
-    constexpr size_t kSignsAndExponent = 16;
-    size_t precision = directive.precision.value_or(6);
+    constexpr std::size_t kMostWholeDigits = 309;
+    constexpr std::size_t kSignsAndExponent = 16;
+    std::size_t precision = directive.precision.value_or(6);
     char onStack[512];
     std::string onHeap;
     char* begin = onStack;
-    size_t room = precision + kMostWholeDigits + kSignsAndExponent;
+    std::size_t room = precision + kMostWholeDigits + kSignsAndExponent;
     if (room > sizeof onStack) {
         onHeap.resize(room);
         begin = onHeap.data();
@@ -116,7 +117,7 @@ void appendFloating(std::u16string& out, const FormatDirective& directive, doubl
     char* end = std::to_chars(begin, begin + room, std::abs(value), format, static_cast<int>(precision)).ptr;
     if (isUppercase)
         makeUppercase(begin, end);
-    appendField(out, directive, sign, 0, { begin, static_cast<size_t>(end - begin) }, true);
+    appendField(out, directive, sign, 0, { begin, static_cast<std::size_t>(end - begin) }, true);
 }
 
 }

@@ -25,7 +25,7 @@ std::u16string expandingTilde(std::u16string_view path)
 {
     if (!path.starts_with(u'~'))
         return std::u16string(path);
-    size_t slash = std::min(path.find(u'/'), path.size());
+    std::size_t slash = std::min(path.find(u'/'), path.size());
     std::u16string home = homeOf(path.substr(1, slash - 1));
     if (home.empty())
         return std::u16string(path);

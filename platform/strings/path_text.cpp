@@ -19,9 +19,9 @@ std::u16string withSingleSlashes(std::u16string_view path)
 }
 
 /// The index of the full stop that begins the extension in `name`, or kNone. "a." has one.
-size_t extensionMark(std::u16string_view name)
+std::size_t extensionMark(std::u16string_view name)
 {
-    size_t mark = name.rfind(u'.');
+    std::size_t mark = name.rfind(u'.');
     return mark == 0 || name == u".." ? kNone : mark;
 }
 
@@ -34,7 +34,7 @@ bool isAbsolutePath(std::u16string_view path)
 
 std::u16string_view withoutTrailingSlashes(std::u16string_view path)
 {
-    size_t last = path.find_last_not_of(kSlash);
+    std::size_t last = path.find_last_not_of(kSlash);
     return path.substr(0, last == kNone ? 1 : last + 1);
 }
 
@@ -43,8 +43,8 @@ std::vector<std::u16string_view> pathComponents(std::u16string_view path)
     std::vector<std::u16string_view> components;
     if (path.starts_with(kSlash))
         components.push_back(path.substr(0, 1));
-    for (size_t at = 0; at < path.size();) {
-        size_t end = std::min(path.find(kSlash, at), path.size());
+    for (std::size_t at = 0; at < path.size();) {
+        std::size_t end = std::min(path.find(kSlash, at), path.size());
         if (end > at)
             components.push_back(path.substr(at, end - at));
         at = end + 1;
@@ -68,7 +68,7 @@ std::u16string pathWithComponents(std::span<const std::u16string_view> component
 std::u16string_view lastPathComponent(std::u16string_view path)
 {
     std::u16string_view trimmed = withoutTrailingSlashes(path);
-    size_t slash = trimmed.rfind(kSlash);
+    std::size_t slash = trimmed.rfind(kSlash);
     if (slash == kNone || trimmed.size() == 1)
         return trimmed;
     return trimmed.substr(slash + 1);
@@ -76,7 +76,7 @@ std::u16string_view lastPathComponent(std::u16string_view path)
 
 std::u16string deletingLastPathComponent(std::u16string_view path)
 {
-    size_t slash = withoutTrailingSlashes(path).rfind(kSlash);
+    std::size_t slash = withoutTrailingSlashes(path).rfind(kSlash);
     if (slash == kNone)
         return {};
     return withSingleSlashes(path.substr(0, slash + 1));
@@ -95,7 +95,7 @@ std::u16string appendingPathComponent(std::u16string_view path, std::u16string_v
 std::u16string_view pathExtension(std::u16string_view path)
 {
     std::u16string_view name = lastPathComponent(path);
-    size_t mark = extensionMark(name);
+    std::size_t mark = extensionMark(name);
     return mark == kNone ? std::u16string_view() : name.substr(mark + 1);
 }
 
@@ -103,7 +103,7 @@ std::u16string deletingPathExtension(std::u16string_view path)
 {
     std::u16string_view trimmed = withoutTrailingSlashes(path);
     std::u16string_view name = lastPathComponent(trimmed);
-    if (size_t mark = extensionMark(name); mark != kNone)
+    if (std::size_t mark = extensionMark(name); mark != kNone)
         trimmed.remove_suffix(name.size() - mark);
     return withSingleSlashes(trimmed);
 }

@@ -51,7 +51,7 @@ std::optional<std::u16string> replacingPercentEscapes(std::u16string_view text)
         return std::nullopt;
     std::string plain;
     plain.reserve(bytes->size());
-    for (size_t i = 0; i < bytes->size(); ++i) {
+    for (std::size_t i = 0; i < bytes->size(); ++i) {
         if ((*bytes)[i] != '%') {
             plain.push_back((*bytes)[i]);
             continue;

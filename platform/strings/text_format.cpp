@@ -22,7 +22,7 @@ public:
     void run(std::u16string_view format)
     {
         for (;;) {
-            size_t percent = format.find(u'%');
+            std::size_t percent = format.find(u'%');
             mOut.append(format.substr(0, percent));
             if (percent == std::u16string_view::npos)
                 return;
@@ -38,10 +38,10 @@ private:
     const NSFormatArgument* take() { return mNext < mArguments.size() ? &mArguments[mNext++] : nullptr; }
 
     /// The number for a "*": zero when the argument is none.
-    int64_t takeFieldArgument()
+    std::int64_t takeFieldArgument()
     {
         const NSFormatArgument* argument = take();
-        return argument && isInteger(*argument) ? static_cast<int64_t>(argument->integer()) : 0;
+        return argument && isInteger(*argument) ? static_cast<std::int64_t>(argument->integer()) : 0;
     }
 
     /// False when there is nothing to write in the place of the directive.
@@ -82,8 +82,8 @@ private:
     bool convertInteger(const FormatDirective& directive, const NSFormatArgument& argument)
     {
         if (argument.kind() == Kind::Double)
-            appendInteger(
-                mOut, directive, static_cast<uint64_t>(NSSaturated<int64_t>(argument.number())), 64);
+            appendInteger(mOut, directive,
+                static_cast<std::uint64_t>(NSSaturated<std::int64_t>(argument.number())), 64);
         else if (isInteger(argument))
             appendInteger(mOut, directive, argument.integer(), argument.bits());
         else
@@ -96,7 +96,8 @@ private:
         if (argument.kind() == Kind::Double)
             appendFloating(mOut, directive, argument.number());
         else if (argument.kind() == Kind::Signed)
-            appendFloating(mOut, directive, static_cast<double>(static_cast<int64_t>(argument.integer())));
+            appendFloating(
+                mOut, directive, static_cast<double>(static_cast<std::int64_t>(argument.integer())));
         else if (argument.kind() == Kind::Unsigned)
             appendFloating(mOut, directive, static_cast<double>(argument.integer()));
         else
@@ -122,8 +123,8 @@ private:
     {
         if (argument.kind() == Kind::Double || argument.kind() == Kind::Units)
             return false;
-        uint64_t address =
-            isInteger(argument) ? argument.integer() : reinterpret_cast<uintptr_t>(argument.pointer());
+        std::uint64_t address =
+            isInteger(argument) ? argument.integer() : reinterpret_cast<std::uintptr_t>(argument.pointer());
         std::u16string digits = u"0x";
         FormatDirective hexadecimal;
         hexadecimal.conversion = u'x';
@@ -158,11 +159,11 @@ private:
         case Kind::Pointer:
             plain.conversion = u'x';
             text = u"0x";
-            appendInteger(text, plain, reinterpret_cast<uintptr_t>(argument.pointer()), 64);
+            appendInteger(text, plain, reinterpret_cast<std::uintptr_t>(argument.pointer()), 64);
             break;
         }
         if (directive.precision && *directive.precision < text.size()) {
-            size_t end = *directive.precision;
+            std::size_t end = *directive.precision;
             text.resize(isInsidePair(text, end) ? end - 1 : end);
         }
         return text;
@@ -170,7 +171,7 @@ private:
 
     void pad(const FormatDirective& directive, std::u16string_view text)
     {
-        size_t padding = directive.width > text.size() ? directive.width - text.size() : 0;
+        std::size_t padding = directive.width > text.size() ? directive.width - text.size() : 0;
         if (!directive.leftAligned)
             mOut.append(padding, u' ');
         mOut.append(text);
@@ -181,7 +182,7 @@ private:
     std::u16string& mOut;
     std::span<const NSFormatArgument> mArguments;
     DescribeObject mDescribe;
-    size_t mNext = 0;
+    std::size_t mNext = 0;
 };
 
 }

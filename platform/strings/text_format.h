@@ -12,7 +12,7 @@ namespace platform {
 using DescribeObject = std::u16string (*)(const NSObject& object);
 
 /// No width and no precision counts for more than this.
-inline constexpr size_t kLongestField = 65535;
+inline constexpr std::size_t kLongestField = 65535;
 
 /// Appends `format` to `out`, its conversions replaced by `arguments` in turn.
 ///

@@ -17,10 +17,10 @@ bool isDigit(char16_t unit)
 }
 
 /// The value of the digits at `at`, which moves behind them.
-uint64_t takeDigits(std::u16string_view text, size_t& at)
+std::uint64_t takeDigits(std::u16string_view text, std::size_t& at)
 {
     // Deliberate: the value wraps modulo 2 to the power 64, as stored orders expect; it does not saturate.
-    uint64_t value = 0;
+    std::uint64_t value = 0;
     for (; at < text.size() && isDigit(text[at]); ++at)
         value = value * 10 + (text[at] - u'0');
     return value;
@@ -29,7 +29,7 @@ uint64_t takeDigits(std::u16string_view text, size_t& at)
 /// The two texts and how far both have been read.
 class Walk {
 public:
-    Walk(std::u16string_view first, size_t firstStart, std::u16string_view second, ComparisonRules rules)
+    Walk(std::u16string_view first, std::size_t firstStart, std::u16string_view second, ComparisonRules rules)
         : mFirst(first), mSecond(second), mRules(rules), i(firstStart)
     {
     }
@@ -46,13 +46,13 @@ private:
     /// alone cannot tell.
     bool walkUnits(Kind& kind)
     {
-        size_t mark =
+        std::size_t mark =
             i; // Behind it, what has been passed is of one length in both: they can step back to it.
         for (;;) {
             skipEqualUnits();
             if (mRules.numeric && stepBackToDigits(mark)) {
-                uint64_t left = takeDigits(mFirst, i);
-                uint64_t right = takeDigits(mSecond, j);
+                std::uint64_t left = takeDigits(mFirst, i);
+                std::uint64_t right = takeDigits(mSecond, j);
                 if (left != right)
                     return part(kind, left < right);
                 mark = i;
@@ -82,8 +82,8 @@ private:
 
     void skipEqualUnits()
     {
-        constexpr size_t kWord = sizeof(uint64_t) / sizeof(char16_t);
-        size_t left = std::min(mFirst.size() - i, mSecond.size() - j);
+        constexpr std::size_t kWord = sizeof(std::uint64_t) / sizeof(char16_t);
+        std::size_t left = std::min(mFirst.size() - i, mSecond.size() - j);
         for (; left >= kWord && wordAt(mFirst, i) == wordAt(mSecond, j); left -= kWord) {
             i += kWord;
             j += kWord;
@@ -94,16 +94,16 @@ private:
         }
     }
 
-    static uint64_t wordAt(std::u16string_view text, size_t at)
+    static std::uint64_t wordAt(std::u16string_view text, std::size_t at)
     {
-        uint64_t word;
+        std::uint64_t word;
         std::memcpy(&word, text.data() + at, sizeof word);
         return word;
     }
 
     /// Steps back to where the digits began that are passed or met here; false when there are none in one of
     /// the texts.
-    bool stepBackToDigits(size_t mark)
+    bool stepBackToDigits(std::size_t mark)
     {
         while (i > mark && isDigit(mFirst[i - 1])) {
             --i;
@@ -128,7 +128,7 @@ private:
         return hasEnded(kind);
     }
 
-    bool isSegmentStart(std::u16string_view text, size_t at) const
+    bool isSegmentStart(std::u16string_view text, std::size_t at) const
     {
         return ComparisonStream::isSegmentStart(text, at, mRules.equivalence);
     }
@@ -153,14 +153,14 @@ private:
     std::u16string_view mFirst;
     std::u16string_view mSecond;
     ComparisonRules mRules;
-    size_t i;
-    size_t j = 0;
+    std::size_t i;
+    std::size_t j = 0;
 };
 
 }
 
 Parting walkInStep(
-    std::u16string_view first, size_t firstStart, std::u16string_view second, ComparisonRules rules)
+    std::u16string_view first, std::size_t firstStart, std::u16string_view second, ComparisonRules rules)
 {
     return Walk(first, firstStart, second, rules).run();
 }

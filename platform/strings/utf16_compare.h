@@ -16,12 +16,12 @@ struct ComparisonRules {
 struct Parting {
     enum class Kind { FirstIsLess, FirstIsGreater, FirstEnds, SecondEnds, BothEnd };
     Kind kind;
-    size_t firstEnd; ///< how far the first text agrees, when it did not part before the second ended
+    std::size_t firstEnd; ///< how far the first text agrees, when it did not part before the second ended
 };
 
 /// Walks both texts in step, from `firstStart` and from the beginning of `second`, to where they part.
 Parting walkInStep(
-    std::u16string_view first, size_t firstStart, std::u16string_view second, ComparisonRules rules);
+    std::u16string_view first, std::size_t firstStart, std::u16string_view second, ComparisonRules rules);
 
 /// -1, 0 or 1. A total preorder: texts that compare equal are interchangeable in every comparison.
 ///

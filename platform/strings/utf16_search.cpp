@@ -9,11 +9,11 @@ namespace {
 
 /// No text that is equivalent to another is this many times as long: decomposing and folding make at most
 /// three units of one each, and at worst two of one on the other side are halved.
-constexpr size_t kMostUnits = 36;
+constexpr std::size_t kMostUnits = 36;
 
 /// Where the occurrence of `sought` that begins at `start` ends, null when none does.
-std::optional<size_t> matchEnd(
-    std::u16string_view text, size_t start, std::u16string_view sought, Equivalence equivalence)
+std::optional<std::size_t> matchEnd(
+    std::u16string_view text, std::size_t start, std::u16string_view sought, Equivalence equivalence)
 {
     Parting parting = walkInStep(text, start, sought, { equivalence, false });
     if (parting.kind != Parting::Kind::SecondEnds && parting.kind != Parting::Kind::BothEnd)
@@ -23,14 +23,14 @@ std::optional<size_t> matchEnd(
     return parting.firstEnd;
 }
 
-std::optional<TextRange> found(size_t location, size_t end)
+std::optional<TextRange> found(std::size_t location, std::size_t end)
 {
     return TextRange { location, end - location };
 }
 
 std::optional<TextRange> findUnits(std::u16string_view text, std::u16string_view sought, SearchRules rules)
 {
-    size_t location = std::u16string_view::npos;
+    std::size_t location = std::u16string_view::npos;
     if (!rules.anchored)
         location = rules.backwards ? text.rfind(sought) : text.find(sought);
     else if (!rules.backwards && text.starts_with(sought))
@@ -49,13 +49,13 @@ bool cannotBegin(char16_t here, char16_t wanted)
 }
 
 /// The next place where `wanted` or something beyond ASCII stands.
-size_t skipOtherAscii(std::u16string_view text, size_t at, char16_t wanted)
+std::size_t skipOtherAscii(std::u16string_view text, std::size_t at, char16_t wanted)
 {
     auto isCandidate = [=](char16_t unit) { return (unit >= 0x80) | (unit == wanted); };
-    constexpr size_t kBlock = 16; // which the compiler looks at in one go
+    constexpr std::size_t kBlock = 16; // which the compiler looks at in one go
     for (; text.size() - at >= kBlock; at += kBlock) {
         bool found = false;
-        for (size_t i = at; i < at + kBlock; ++i)
+        for (std::size_t i = at; i < at + kBlock; ++i)
             found |= isCandidate(text[i]);
         if (found)
             break;
@@ -76,29 +76,29 @@ std::optional<TextRange> findText(std::u16string_view text, std::u16string_view 
     if (!rules.equivalence.canonical && !rules.equivalence.ignoresCase)
         return findUnits(text, sought, rules);
 
-    auto matchAt = [&](size_t start) -> std::optional<size_t> {
+    auto matchAt = [&](std::size_t start) -> std::optional<std::size_t> {
         if (cannotBegin(text[start], sought[0]) || isInsidePair(text, start))
             return std::nullopt;
         return matchEnd(text, start, sought, rules.equivalence);
     };
     if (rules.anchored && !rules.backwards) {
-        std::optional<size_t> end = text.empty() ? std::nullopt : matchAt(0);
+        std::optional<std::size_t> end = text.empty() ? std::nullopt : matchAt(0);
         return end ? found(0, *end) : std::nullopt;
     }
     if (!rules.backwards) {
-        for (size_t start = 0; start < text.size(); ++start) {
+        for (std::size_t start = 0; start < text.size(); ++start) {
             if (sought[0] < 0x80 && !rules.equivalence.ignoresCase)
                 start = skipOtherAscii(text, start, sought[0]);
-            if (std::optional<size_t> end = start < text.size() ? matchAt(start) : std::nullopt)
+            if (std::optional<std::size_t> end = start < text.size() ? matchAt(start) : std::nullopt)
                 return found(start, *end);
         }
         return std::nullopt;
     }
-    size_t first = 0;
+    std::size_t first = 0;
     if (rules.anchored && sought.size() < text.size() / kMostUnits)
         first = text.size() - sought.size() * kMostUnits;
-    for (size_t start = text.size(); start-- > first;) {
-        std::optional<size_t> end = matchAt(start);
+    for (std::size_t start = text.size(); start-- > first;) {
+        std::optional<std::size_t> end = matchAt(start);
         if (end && (!rules.anchored || *end == text.size()))
             return found(start, *end);
     }
@@ -107,8 +107,8 @@ std::optional<TextRange> findText(std::u16string_view text, std::u16string_view 
 
 std::optional<TextRange> findCharacter(std::u16string_view text, const CharacterSet& set, SearchRules rules)
 {
-    auto memberAt = [&](size_t start) -> std::optional<TextRange> {
-        size_t end = start;
+    auto memberAt = [&](std::size_t start) -> std::optional<TextRange> {
+        std::size_t end = start;
         return set.contains(takeCodePoint(text, end)) ? found(start, end) : std::nullopt;
     };
     if (text.empty())
@@ -116,12 +116,12 @@ std::optional<TextRange> findCharacter(std::u16string_view text, const Character
     if (rules.anchored)
         return memberAt(rules.backwards ? previousCodePoint(text, text.size()) : 0);
     if (rules.backwards) {
-        for (size_t end = text.size(); end > 0; end = previousCodePoint(text, end))
+        for (std::size_t end = text.size(); end > 0; end = previousCodePoint(text, end))
             if (auto range = memberAt(previousCodePoint(text, end)))
                 return range;
         return std::nullopt;
     }
-    for (size_t start = 0; start < text.size(); start = nextCodePoint(text, start)) {
+    for (std::size_t start = 0; start < text.size(); start = nextCodePoint(text, start)) {
         if (auto range = memberAt(start))
             return range;
     }

@@ -11,8 +11,8 @@
 namespace platform {
 
 struct TextRange {
-    size_t location;
-    size_t length;
+    std::size_t location;
+    std::size_t length;
     friend bool operator==(const TextRange&, const TextRange&) = default;
 };
 

@@ -10,7 +10,7 @@ namespace platform {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
-constexpr size_t kLongest = std::numeric_limits<int32_t>::max();
+constexpr std::size_t kLongest = std::numeric_limits<std::int32_t>::max();
 
 bool isAscii(char byte)
 {
@@ -23,18 +23,18 @@ bool isAscii(char16_t unit)
 
 template<typename Unit> bool isAsciiBlock(const Unit* block)
 {
-    uint64_t words[2];
+    std::uint64_t words[2];
     std::memcpy(words, block, sizeof words);
     return ((words[0] | words[1]) & (sizeof(Unit) == 1 ? 0x8080808080808080U : 0xFF80FF80FF80FF80U)) == 0;
 }
 
 /// Copies the ASCII that `text` begins with, and answers its length: most text is nothing else.
-template<typename From, typename To> size_t convertAscii(std::basic_string_view<From> text, To* out)
+template<typename From, typename To> std::size_t convertAscii(std::basic_string_view<From> text, To* out)
 {
-    constexpr size_t kBlock = 16 / sizeof(From);
-    size_t at = 0;
+    constexpr std::size_t kBlock = 16 / sizeof(From);
+    std::size_t at = 0;
     for (; text.size() - at >= kBlock && isAsciiBlock(text.data() + at); at += kBlock)
-        for (size_t i = at; i < at + kBlock; ++i)
+        for (std::size_t i = at; i < at + kBlock; ++i)
             out[i] = static_cast<To>(text[i]);
     for (; at < text.size() && isAscii(text[at]); ++at)
         out[at] = static_cast<To>(text[at]);
@@ -44,10 +44,10 @@ template<typename From, typename To> size_t convertAscii(std::basic_string_view<
 /// Adds up what `count` makes of each unit, 2 at most, in counters so narrow that the compiler can add many
 /// at once.
 template<typename Counter, typename Unit, typename Count>
-size_t sum(std::basic_string_view<Unit> text, Count count)
+std::size_t sum(std::basic_string_view<Unit> text, Count count)
 {
-    constexpr size_t kBatch = std::numeric_limits<Counter>::max() / 2;
-    size_t total = 0;
+    constexpr std::size_t kBatch = std::numeric_limits<Counter>::max() / 2;
+    std::size_t total = 0;
     while (!text.empty()) {
         std::basic_string_view<Unit> batch = text.substr(0, kBatch);
         Counter counter = 0;
@@ -60,24 +60,24 @@ size_t sum(std::basic_string_view<Unit> text, Count count)
 }
 
 /// The bytes that `utf16` takes if it is well-formed.
-size_t utf8LengthOfWellFormed(std::u16string_view utf16)
+std::size_t utf8LengthOfWellFormed(std::u16string_view utf16)
 {
-    return utf16.size() + sum<uint16_t>(utf16, [](char16_t unit) {
+    return utf16.size() + sum<std::uint16_t>(utf16, [](char16_t unit) {
         bool isHalfOfPair = (unit & 0xF800) == 0xD800; // and takes two of its four bytes
         return (unit >= 0x80) + ((unit >= 0x800) & !isHalfOfPair);
     });
 }
 
-int32_t lengthForIcu(size_t length)
+std::int32_t lengthForIcu(std::size_t length)
 {
-    return static_cast<int32_t>(std::min(length, kLongest));
+    return static_cast<std::int32_t>(std::min(length, kLongest));
 }
 
 }
 
-size_t utf16LengthOfWellFormed(std::string_view utf8)
+std::size_t utf16LengthOfWellFormed(std::string_view utf8)
 {
-    return sum<uint8_t>(utf8, [](char byte) {
+    return sum<std::uint8_t>(utf8, [](char byte) {
         bool isContinuation = static_cast<signed char>(byte) < -64;
         return !isContinuation + (static_cast<unsigned char>(byte) >= 0xF0);
     });
@@ -85,7 +85,7 @@ size_t utf16LengthOfWellFormed(std::string_view utf8)
 
 bool convertUtf8(std::string_view utf8, char16_t* out)
 {
-    size_t done = convertAscii(utf8, out);
+    std::size_t done = convertAscii(utf8, out);
     utf8.remove_prefix(done);
     if (utf8.empty())
         return true;
@@ -104,7 +104,7 @@ std::optional<std::u16string> utf16FromUtf8(std::string_view utf8)
 std::optional<std::string> utf8FromUtf16(std::u16string_view utf16)
 {
     std::string bytes(utf8LengthOfWellFormed(utf16), '\0');
-    size_t done = convertAscii(utf16, bytes.data());
+    std::size_t done = convertAscii(utf16, bytes.data());
     if (done == utf16.size())
         return bytes;
     if (bytes.size() > kLongest)
@@ -119,15 +119,15 @@ std::string utf8FromUtf16Replacing(std::u16string_view utf16)
 {
     if (std::optional<std::string> bytes = utf8FromUtf16(utf16))
         return std::move(*bytes);
-    constexpr size_t kMostBytes = 3; // for each unit, replaced or not
+    constexpr std::size_t kMostBytes = 3; // for each unit, replaced or not
     std::string bytes(utf16.size() * kMostBytes, '\0');
     if (bytes.size() > kLongest)
         return {};
-    int32_t length = 0;
+    std::int32_t length = 0;
     UErrorCode error = U_ZERO_ERROR;
     u_strToUTF8WithSub(bytes.data(), lengthForIcu(bytes.size()), &length, utf16.data(),
         lengthForIcu(utf16.size()), kReplacement, nullptr, &error);
-    bytes.resize(U_SUCCESS(error) ? static_cast<size_t>(length) : 0);
+    bytes.resize(U_SUCCESS(error) ? static_cast<std::size_t>(length) : 0);
     return bytes;
 }
 

@@ -12,7 +12,7 @@ namespace platform {
 // as well.
 
 /// How many UTF-16 code units `utf8` makes if it is well-formed.
-size_t utf16LengthOfWellFormed(std::string_view utf8);
+std::size_t utf16LengthOfWellFormed(std::string_view utf8);
 
 /// Writes the code units of `utf8` to `out`, which has room for utf16LengthOfWellFormed(utf8). False when
 /// `utf8` is ill-formed; then what stands in `out` is of no use.

@@ -297,7 +297,7 @@ TEST_F(OVKQueueTest, IsNotMadeWhenTheSystemHasNoMoreThreads)
     ASSERT_EQ(pthread_getattr_default_np(&usual), 0);
     pthread_attr_t impossible;
     pthread_attr_init(&impossible);
-    pthread_attr_setstacksize(&impossible, size_t { 1 } << 47); // more than there are addresses
+    pthread_attr_setstacksize(&impossible, std::size_t { 1 } << 47); // more than there are addresses
     ASSERT_EQ(pthread_setattr_default_np(&impossible), 0);
     EXPECT_EQ(OVKQueue::init(), nullptr);
     EXPECT_EQ(pthread_setattr_default_np(&usual), 0);

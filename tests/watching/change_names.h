@@ -8,9 +8,9 @@
 namespace lum {
 
 /// The names of VnodeChange bits in the order watchers report them, as in "WRITE EXTEND"; empty for none.
-inline std::string changeNames(uint32_t changes)
+inline std::string changeNames(std::uint32_t changes)
 {
-    constexpr std::pair<uint32_t, const char*> kNames[] = {
+    constexpr std::pair<std::uint32_t, const char*> kNames[] = {
         { kVnodeRename, "RENAME" },
         { kVnodeWrite, "WRITE" },
         { kVnodeDelete, "DELETE" },
@@ -27,6 +27,6 @@ inline std::string changeNames(uint32_t changes)
     return text;
 }
 
-inline constexpr uint32_t kEveryChange = 0x7f;
+inline constexpr std::uint32_t kEveryChange = 0x7f;
 
 }

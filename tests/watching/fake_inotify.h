@@ -14,11 +14,11 @@ namespace lum {
 /// An inotify without files: paths and events are what the test says, and any call can be made to fail.
 class FakeInotify : public InotifySystem {
 public:
-    static constexpr uint32_t kFile = 0100644;
-    static constexpr uint32_t kFolder = 0040755;
+    static constexpr std::uint32_t kFile = 0100644;
+    static constexpr std::uint32_t kFolder = 0040755;
 
     /// Lets `path` name a new object, which gets the next inode and watch number.
-    void make(const std::string& path, uint32_t mode = kFile)
+    void make(const std::string& path, std::uint32_t mode = kFile)
     {
         FileStatus status;
         status.device = 1;
@@ -27,7 +27,7 @@ public:
         status.links = 1;
         files[path] = status;
     }
-    void send(int watch, uint32_t flags, std::string_view name = {}, uint32_t cookie = 0)
+    void send(int watch, std::uint32_t flags, std::string_view name = {}, std::uint32_t cookie = 0)
     {
         pending = pending + inotifyBytes(watch, flags, name, cookie);
     }
@@ -37,7 +37,7 @@ public:
     std::map<std::string, FileStatus> files;
     std::map<std::string, int> failures; ///< Call name to the errno value it fails with.
     std::vector<std::byte> pending;
-    std::map<int, uint32_t> watches;
+    std::map<int, std::uint32_t> watches;
     bool tellsLiveWatches = true;
     int openDescriptors = 0;
     int wakes = 0;
@@ -60,7 +60,7 @@ public:
         return descriptor == kQueueNumber ? -failure("close") : 0;
     }
 
-    int addWatch(int, const std::string& path, uint32_t events) override
+    int addWatch(int, const std::string& path, std::uint32_t events) override
     {
         const std::string descriptors = "/proc/self/fd/";
         const bool isDescriptor = path.starts_with(descriptors);
@@ -114,22 +114,22 @@ public:
             return -error;
         return (pending.empty() ? kNothing : kQueue) | (wakes ? kWaker : kNothing);
     }
-    ptrdiff_t read(int, std::span<std::byte> buffer) override
+    std::ptrdiff_t read(int, std::span<std::byte> buffer) override
     {
         if (const int error = failure("read"))
             return -error;
         // As the kernel does, as many whole events as there is room for.
-        size_t length = 0;
+        std::size_t length = 0;
         while (length < pending.size()) {
-            uint32_t nameLength;
+            std::uint32_t nameLength;
             std::memcpy(&nameLength, &pending[length + 12], 4);
             if (length + 16 + nameLength > buffer.size())
                 break;
             length += 16 + nameLength;
         }
         std::copy_n(pending.begin(), length, buffer.begin());
-        pending.erase(pending.begin(), pending.begin() + static_cast<ptrdiff_t>(length));
-        return static_cast<ptrdiff_t>(length);
+        pending.erase(pending.begin(), pending.begin() + static_cast<std::ptrdiff_t>(length));
+        return static_cast<std::ptrdiff_t>(length);
     }
     void wake(int) override { ++wakes; }
     void rearm(int) override { wakes = 0; }
@@ -147,7 +147,7 @@ private:
     }
     const std::string& openedAs(int number) const
     {
-        return mOpenPaths.at(static_cast<size_t>(number - kPathNumber));
+        return mOpenPaths.at(static_cast<std::size_t>(number - kPathNumber));
     }
     int failure(const char* call) const
     {
@@ -162,7 +162,7 @@ private:
         return number;
     }
 
-    uint64_t mLastInode = 0;
+    std::uint64_t mLastInode = 0;
     std::vector<std::string> mOpenPaths; // by number, from kPathNumber on; never taken back
     std::string mCalls;
 };

@@ -19,7 +19,7 @@ public:
     class Control {
     public:
         /// Lets the next wait give these events: a path as it was added, and VnodeChange bits.
-        void send(std::vector<std::pair<std::string, uint32_t>> events)
+        void send(std::vector<std::pair<std::string, std::uint32_t>> events)
         {
             {
                 const std::lock_guard lock(mLock);
@@ -89,7 +89,7 @@ public:
 
     int descriptor() const override { return 77; }
 
-    bool add(Token token, const std::string& path, uint32_t changes) override
+    bool add(Token token, const std::string& path, std::uint32_t changes) override
     {
         const std::lock_guard lock(mControl->mLock);
         mControl->say("add(" + path + ", " + changeNames(changes) + ")");

@@ -10,9 +10,9 @@ namespace lum {
 
 /// What a read from an inotify descriptor would give.
 inline std::vector<std::byte> inotifyBytes(
-    int32_t watch, uint32_t flags, std::string_view name = {}, uint32_t cookie = 0)
+    std::int32_t watch, std::uint32_t flags, std::string_view name = {}, std::uint32_t cookie = 0)
 {
-    const uint32_t length = name.empty() ? 0 : static_cast<uint32_t>((name.size() + 16) / 16 * 16);
+    const std::uint32_t length = name.empty() ? 0 : static_cast<std::uint32_t>((name.size() + 16) / 16 * 16);
     std::vector<std::byte> bytes(16 + length);
     std::memcpy(bytes.data(), &watch, 4);
     std::memcpy(bytes.data() + 4, &flags, 4);

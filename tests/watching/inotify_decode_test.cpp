@@ -37,7 +37,7 @@ TEST(InotifyDecodeTest, KeepsTheCookieThatJoinsARename)
 
 TEST(InotifyDecodeTest, CutsThePaddingOffANameOfAnyLength)
 {
-    for (size_t length = 1; length <= 255; ++length) {
+    for (std::size_t length = 1; length <= 255; ++length) {
         const std::string name(length, 'n');
         const auto bytes = inotifyBytes(1, inotify::kDelete, name);
         const auto events = decodeInotify(bytes);
@@ -57,7 +57,7 @@ TEST(InotifyDecodeTest, LeavesOutAnEventThatIsCutOff)
 {
     const auto first = inotifyBytes(1, inotify::kModify);
     const auto both = first + inotifyBytes(2, inotify::kCreate, "child");
-    for (size_t length = first.size(); length < both.size(); ++length) {
+    for (std::size_t length = first.size(); length < both.size(); ++length) {
         const auto events = decodeInotify(std::span(both).first(length));
         ASSERT_EQ(events.size(), 1U) << length;
         ASSERT_EQ(events[0].watch, 1);
@@ -71,10 +71,10 @@ TEST(InotifyDecodeTest, StopsAtALengthThatReachesPastTheEnd)
     EXPECT_TRUE(decodeInotify(bytes).empty());
 }
 
-RC_GTEST_PROP(InotifyDecodeTest, ReadsNoMoreThanItIsGiven, (const std::vector<uint8_t>& noise))
+RC_GTEST_PROP(InotifyDecodeTest, ReadsNoMoreThanItIsGiven, (const std::vector<std::uint8_t>& noise))
 {
     const auto events = decodeInotify(std::as_bytes(std::span(noise)));
-    size_t used = 0;
+    std::size_t used = 0;
     for (const InotifyEvent& event : events)
         used += 16 + event.name.size();
     RC_ASSERT(used <= noise.size());

@@ -23,7 +23,7 @@ public:
     }
 
     /// The first path is 1, the next one 2.
-    Token add(const std::string& path, uint32_t changes = kEveryChange)
+    Token add(const std::string& path, std::uint32_t changes = kEveryChange)
     {
         EXPECT_TRUE(queue->add(++mLastToken, path, changes)) << path;
         return mLastToken;

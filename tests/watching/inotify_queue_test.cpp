@@ -71,7 +71,7 @@ TEST_F(InotifyQueueTest, AsksOnlyForWhatTheMaskNeeds)
     add("/a", kVnodeWrite);
     add("/b", kVnodeLink);
     add("/c", kVnodeWrite);
-    constexpr uint32_t kAlways = inotify::kDeleteSelf | inotify::kMoveSelf;
+    constexpr std::uint32_t kAlways = inotify::kDeleteSelf | inotify::kMoveSelf;
     EXPECT_EQ(system.watches[1], kAlways | inotify::kModify);
     EXPECT_EQ(system.watches[2], kAlways | inotify::kAttrib);
     EXPECT_EQ(system.watches[3],

@@ -35,7 +35,7 @@ public:
 
     std::string path(std::string_view name) const { return *folder / name; }
 
-    Token add(const std::string& name, uint32_t changes = kEveryChange)
+    Token add(const std::string& name, std::uint32_t changes = kEveryChange)
     {
         EXPECT_TRUE(queue->add(++mLastToken, name.starts_with('/') ? name : path(name), changes)) << name;
         return mLastToken;

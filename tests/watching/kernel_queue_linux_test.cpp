@@ -238,7 +238,7 @@ TEST_P(KernelQueueTest, ReportsARevocationWhenAVolumeIsUnmounted)
 
 TEST_P(KernelQueueTest, LosesNothingWhenTheKernelsQueueOverflows)
 {
-    size_t limit = 0;
+    std::size_t limit = 0;
     std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> limit;
     if (limit == 0 || limit > 1'000'000)
         GTEST_SKIP() << "a queue of " << limit << " events";
@@ -253,7 +253,7 @@ TEST_P(KernelQueueTest, LosesNothingWhenTheKernelsQueueOverflows)
     const Token noise1 = add("noise1");
     const Token noise2 = add("noise2");
     std::ofstream one(path("noise1")), two(path("noise2"));
-    for (size_t i = 0; i <= limit / 2; ++i) {
+    for (std::size_t i = 0; i <= limit / 2; ++i) {
         one << '.' << std::flush;
         two << '.' << std::flush;
     }

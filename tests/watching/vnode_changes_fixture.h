@@ -7,10 +7,10 @@
 
 namespace lum {
 
-inline constexpr uint32_t kFileMode = 0100644;
-inline constexpr uint32_t kFolderMode = 0040755;
+inline constexpr std::uint32_t kFileMode = 0100644;
+inline constexpr std::uint32_t kFolderMode = 0040755;
 
-inline FileStatus status(uint32_t mode)
+inline FileStatus status(std::uint32_t mode)
 {
     FileStatus status;
     status.device = 7;
@@ -26,9 +26,9 @@ inline FileStatus status(uint32_t mode)
 /// Feeds raw events about one watched object and reads the reports.
 class VnodeChangesTest : public testing::Test {
 public:
-    void watch(uint32_t mode) { now = state.status = status(mode); }
+    void watch(std::uint32_t mode) { now = state.status = status(mode); }
 
-    VnodeChangesTest& event(uint32_t flags, std::string_view name = {}, uint32_t cookie = 0)
+    VnodeChangesTest& event(std::uint32_t flags, std::string_view name = {}, std::uint32_t cookie = 0)
     {
         raw.add({ 1, flags, cookie, name });
         return *this;

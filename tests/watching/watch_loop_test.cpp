@@ -23,7 +23,7 @@ protected:
             loop.stop();
             return std::vector<KernelQueue::Event>();
         });
-        loop.run([&](const NSRef<NSString>& path, uint32_t changes) {
+        loop.run([&](const NSRef<NSString>& path, std::uint32_t changes) {
             story += path->utf8() + ":" + changeNames(changes) + " ";
             if (whileReporting)
                 whileReporting(path);
@@ -219,7 +219,7 @@ TEST_F(WatchLoopTest, ReportsAPathThatIsStillBeingAdded)
             : FakeKernelQueue(std::move(control)), mHalfway(std::move(halfway))
         {
         }
-        bool add(Token token, const std::string& path, uint32_t changes) override
+        bool add(Token token, const std::string& path, std::uint32_t changes) override
         {
             const bool isAdded = FakeKernelQueue::add(token, path, changes);
             mHalfway();
@@ -237,7 +237,7 @@ TEST_F(WatchLoopTest, ReportsAPathThatIsStillBeingAdded)
             self->stop();
             return std::vector<KernelQueue::Event>();
         });
-        self->run([&](const NSRef<NSString>& path, uint32_t) { story = path->utf8(); });
+        self->run([&](const NSRef<NSString>& path, std::uint32_t) { story = path->utf8(); });
     };
     WatchLoop slow(std::make_unique<HalfwayQueue>(control, halfway));
     self = &slow;

@@ -132,7 +132,7 @@ TEST_F(NSNotificationCenterTest, TellsInOrderAfterManyCameAndWent)
     }
     for (int i = 0; i < 100; ++i)
         if (i % 10)
-            center->removeObserver(observers[static_cast<size_t>(i)]);
+            center->removeObserver(observers[static_cast<std::size_t>(i)]);
         else
             expected += "o" + std::to_string(i) + "_1 ";
     EXPECT_EQ(posted("N", x), expected);

@@ -100,7 +100,7 @@ TEST(NSThreadTest, KeepsTheOrderOfOneSender)
     });
     std::vector<int> expected(1000);
     for (int i = 0; i < 1000; ++i)
-        expected[static_cast<size_t>(i)] = i;
+        expected[static_cast<std::size_t>(i)] = i;
     EXPECT_EQ(seen, expected);
 }
 

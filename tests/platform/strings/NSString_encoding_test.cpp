@@ -52,7 +52,7 @@ std::string storedBy(const NSRef<NSString>& text, NSUInteger maxLength, NSString
     std::memset(buffer, '#', sizeof buffer);
     std::string result = text->getCString(buffer, maxLength, encoding) ? "ok " : "no ";
     result += std::string_view(buffer, strnlen(buffer, sizeof buffer));
-    for (size_t i = maxLength; i < sizeof buffer; ++i)
+    for (std::size_t i = maxLength; i < sizeof buffer; ++i)
         EXPECT_EQ(buffer[i], '#');
     return result;
 }

@@ -31,7 +31,7 @@ TEST_P(ScanDoubleVectors, ScanAsExpected)
         : skip == "default"                ? CharacterSet::whitespaceAndNewline()
                                            : CharacterSet();
     std::u16string text = GetParam().text("string_json");
-    size_t location = 0;
+    std::size_t location = 0;
     vectors::Json expected = GetParam().json("result_json");
     for (const vectors::Json& step : expected.items) {
         auto scanned = scanDouble(text, skipCharacters(text, location, skipped));
@@ -134,7 +134,7 @@ TEST(IntegerTest, SkipsNewlinesToo)
     EXPECT_TRUE(boolValue(u"\u00a0YES"));
 }
 
-RC_GTEST_PROP(ScanLaw, EveryFiniteDoubleComesBack, (uint64_t bits))
+RC_GTEST_PROP(ScanLaw, EveryFiniteDoubleComesBack, (std::uint64_t bits))
 {
     double value;
     static_assert(sizeof value == sizeof bits);

@@ -31,7 +31,7 @@ std::string formatted(std::u16string_view format, const Arguments&... arguments)
 template<typename Argument> std::string printed(const char* format, Argument argument)
 {
     int length = std::snprintf(nullptr, 0, format, argument);
-    std::string text(static_cast<size_t>(length), '\0');
+    std::string text(static_cast<std::size_t>(length), '\0');
     std::snprintf(text.data(), text.size() + 1, format, argument);
     return text;
 }
@@ -46,7 +46,7 @@ TEST(FormatTest, WritesIntegersOfEveryWidth)
 {
     EXPECT_EQ(formatted(u"%d %i %u", -1, 2, 3U), "-1 2 3");
     EXPECT_EQ(formatted(u"%ld %lu", LONG_MIN, ULONG_MAX), "-9223372036854775808 18446744073709551615");
-    EXPECT_EQ(formatted(u"%lld %llu %zu", LLONG_MAX, 5ULL, size_t { 6 }), "9223372036854775807 5 6");
+    EXPECT_EQ(formatted(u"%lld %llu %zu", LLONG_MAX, 5ULL, std::size_t { 6 }), "9223372036854775807 5 6");
     EXPECT_EQ(formatted(u"%x %X %o", 255, 255, 8), "ff FF 10");
     EXPECT_EQ(formatted(u"%d %d %d", true, 'a', short { -3 }), "1 97 -3");
 }
@@ -192,7 +192,7 @@ RC_GTEST_PROP(FormatLaw, IntegersAreThoseOfC, (long long value))
         formatted(std::u16string(format.begin(), format.end()), value) == printed(format.c_str(), value));
 }
 
-RC_GTEST_PROP(FormatLaw, FloatingPointIsThatOfC, (uint64_t bits))
+RC_GTEST_PROP(FormatLaw, FloatingPointIsThatOfC, (std::uint64_t bits))
 {
     double value;
     std::memcpy(&value, &bits, sizeof value);

@@ -110,7 +110,7 @@ TEST(CompareTest, FoldingKeepsTextDecomposed)
             || !unorm2_isNormalized(nfd, character.getBuffer(), character.length(), &error))
             continue;
         EXPECT_TRUE(unorm2_isNormalized(nfd, folded.getBuffer(), folded.length(), &error)) << point;
-        for (int32_t i = 0; i < folded.length(); i = folded.moveIndex32(i, 1))
+        for (std::int32_t i = 0; i < folded.length(); i = folded.moveIndex32(i, 1))
             EXPECT_EQ(u_getCombiningClass(folded.char32At(i)), 0) << point;
     }
 }

@@ -30,7 +30,7 @@ constexpr SearchRules kAnchoredBackwards { {}, true, true };
 
 using Found = std::optional<TextRange>;
 
-Found at(size_t location, size_t length)
+Found at(std::size_t location, std::size_t length)
 {
     return TextRange { location, length };
 }
@@ -162,7 +162,7 @@ RC_GTEST_PROP(SearchLaw, WhatIsFoundComparesEqual, ())
     Found found = findText(text, sought, rules);
     if (!found)
         return;
-    size_t end = found->location + found->length;
+    std::size_t end = found->location + found->length;
     std::u16string_view piece = std::u16string_view(text).substr(found->location, found->length);
     RC_ASSERT(compareUtf16(piece, sought, { rules.equivalence, false }) == 0);
     if (rules.anchored)
@@ -187,7 +187,7 @@ RC_GTEST_PROP(SearchLaw, PiecesAndSeparatorsMakeTheText, ())
     std::u16string separator = (*rc::gen::resize(1, tellingText())).units;
     auto pieces = splitText(text, separator);
     std::u16string joined;
-    for (size_t i = 0; i < pieces.size(); ++i)
+    for (std::size_t i = 0; i < pieces.size(); ++i)
         joined.append(i ? separator : u"").append(pieces[i]);
     RC_ASSERT(compareUtf16(joined, text, { kPlain.equivalence, false }) == 0);
 }

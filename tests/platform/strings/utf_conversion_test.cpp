@@ -77,11 +77,11 @@ TEST(Utf16Test, EncodesEveryLengthOfSequence)
     EXPECT_EQ(utf8FromUtf16(u"a\u00e9\u20ac\U0001F600"), "a\u00e9\u20ac\U0001F600");
 }
 
-RC_GTEST_PROP(UtfLaw, WellFormedTextComesBack, (const std::vector<uint32_t>& points))
+RC_GTEST_PROP(UtfLaw, WellFormedTextComesBack, (const std::vector<std::uint32_t>& points))
 {
     std::u16string text;
-    for (uint32_t raw : points) {
-        uint32_t point = raw % 0x110000;
+    for (std::uint32_t raw : points) {
+        std::uint32_t point = raw % 0x110000;
         if (point < 0x10000) {
             if (point < 0xD800 || point > 0xDFFF)
                 text.push_back(static_cast<char16_t>(point));

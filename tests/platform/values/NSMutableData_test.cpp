@@ -98,8 +98,8 @@ TEST_F(NSMutableDataTest, AnswersDynamicCalls)
 RC_GTEST_PROP(NSMutableDataProperty, ReplacesLikeAString, (std::string content, std::string other))
 {
     auto data = dataOf(content);
-    const auto start = *rc::gen::inRange<size_t>(0, content.size() + 1);
-    const auto length = *rc::gen::inRange<size_t>(0, content.size() - start + 1);
+    const auto start = *rc::gen::inRange<std::size_t>(0, content.size() + 1);
+    const auto length = *rc::gen::inRange<std::size_t>(0, content.size() - start + 1);
     data->replaceBytesInRange({ start, length }, other.data(), other.size());
     RC_ASSERT(data->isEqual(dataOf(content.replace(start, length, other))));
 }
