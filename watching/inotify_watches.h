@@ -3,7 +3,6 @@
 #include "watching/inotify_system.h"
 #include "watching/kernel_queue.h"
 
-#include <functional>
 #include <unordered_map>
 
 namespace lum {

@@ -5,7 +5,6 @@
 #include "platform/strings/string_arguments.h"
 #include "platform/strings/utf16_search.h"
 
-#include <functional>
 #include <unicode/ustring.h>
 
 namespace {

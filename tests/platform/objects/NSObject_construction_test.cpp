@@ -4,7 +4,6 @@
 #include "tests/fixture.h"
 
 #include <stdexcept>
-#include <vector>
 
 namespace {
 

@@ -7,7 +7,6 @@
 #include <glib.h>
 #include <gtest/gtest.h>
 #include <poll.h>
-#include <semaphore>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>

@@ -7,7 +7,6 @@
 
 #include <rapidcheck/gtest.h>
 
-#include <cmath>
 #include <limits>
 
 namespace {

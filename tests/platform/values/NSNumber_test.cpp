@@ -5,7 +5,6 @@
 #include "tests/fixture.h"
 #include "tests/object_matchers.h"
 
-#include <cmath>
 #include <limits>
 
 namespace {
