@@ -1,8 +1,8 @@
 #include "LUMPlatform/NSPathUtilities.h"
 
-#include "LUMPlatform/NSClass.h"
 #include "LUMPlatform/NSFileManager.h"
 #include "platform/files/system_path.h"
+#include "platform/objects/method_tables.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -13,12 +13,11 @@ constexpr NSMethod kMethods[] = {
     NSMethodOf<"stringByResolvingSymlinksInPath", &NSPathUtilities::stringByResolvingSymlinksInPath>(),
 };
 
-/// Runs once, when the library is loaded.
-[[gnu::constructor]] void giveMethodTables()
-{
-    NSString::classObject().extend(kMethods);
 }
 
+std::span<const NSMethod> platform::pathUtilityMethods()
+{
+    return kMethods;
 }
 
 NSRef<NSString> NSTemporaryDirectory()

@@ -8,6 +8,7 @@
 #include "LUMPlatform/NSSend.h"
 #include "LUMPlatform/NSString.h"
 #include "platform/keyvalue/key_methods.h"
+#include "platform/objects/method_tables.h"
 
 constexpr NSStringConstant NSUndefinedKeyException("NSUnknownKeyException");
 
@@ -74,13 +75,21 @@ constexpr NSMethod kRootMethods[] = {
 constexpr NSMethod kDictionaryMethods[] = { NSMethodOf<"valueForKey:", &valueInDictionary>() };
 constexpr NSMethod kArrayMethods[] = { NSMethodOf<"valueForKey:", &valuesInArray>() };
 
-[[gnu::constructor]] void giveMethodTables()
-{
-    NSObject::classObject().extend(kRootMethods);
-    NSDictionary::classObject().extend(kDictionaryMethods);
-    NSArray::classObject().extend(kArrayMethods);
 }
 
+std::span<const NSMethod> platform::objectKeyValueMethods()
+{
+    return kRootMethods;
+}
+
+std::span<const NSMethod> platform::dictionaryKeyValueMethods()
+{
+    return kDictionaryMethods;
+}
+
+std::span<const NSMethod> platform::arrayKeyValueMethods()
+{
+    return kArrayMethods;
 }
 
 NSId NSKeyValueCoding::valueForKey(const NSId& object, const NSRef<NSString>& key)

@@ -1,11 +1,24 @@
 #include "LUMPlatform/NSThreadPerformAdditions.h"
 
 #include "LUMPlatform/NSThread.h"
+#include "platform/objects/method_tables.h"
 #include "platform/runloop/perform.h"
 
-namespace NSThreadPerformAdditions {
+namespace {
 
-void performSelectorOnMainThread(
+constexpr NSMethod kMethods[] = {
+    NSMethodOf<"performSelectorOnMainThread:withObject:waitUntilDone:",
+        &NSThreadPerformAdditions::performSelectorOnMainThread>(),
+};
+
+}
+
+std::span<const NSMethod> platform::threadPerformingMethods()
+{
+    return kMethods;
+}
+
+void NSThreadPerformAdditions::performSelectorOnMainThread(
     const NSId& receiver, NSSelector selector, const NSId& argument, bool waitUntilDone)
 {
     if (!receiver)
@@ -14,6 +27,4 @@ void performSelectorOnMainThread(
         NSThread::performOnMainThreadAndWait([&] { platform::perform(receiver, selector, argument); });
     else
         NSThread::performOnMainThread([=] { platform::perform(receiver, selector, argument); });
-}
-
 }

@@ -1,6 +1,6 @@
 #include "LUMPlatform/NSURLUtilities.h"
 
-#include "LUMPlatform/NSClass.h"
+#include "platform/objects/method_tables.h"
 #include "platform/strings/percent_escape.h"
 
 namespace {
@@ -17,12 +17,11 @@ constexpr NSMethod kMethods[] = {
         &NSURLUtilities::stringByReplacingPercentEscapesUsingEncoding>(),
 };
 
-/// Runs once, when the library is loaded.
-[[gnu::constructor]] void giveMethodTables()
-{
-    NSString::classObject().extend(kMethods);
 }
 
+std::span<const NSMethod> platform::urlUtilityMethods()
+{
+    return kMethods;
 }
 
 NSRef<NSString> NSURLUtilities::stringByAddingPercentEscapesUsingEncoding(
