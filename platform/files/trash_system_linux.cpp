@@ -18,7 +18,7 @@ class RealTrashSystem : public TrashSystem {
 public:
     bool trashByDesktop(const std::string& path) override
     {
-        // By the local file system itself: a session's file service may not be asked from every thread.
+        // By the local file system itself: the desktop's file service may not be asked from every thread.
         const std::unique_ptr<GFile, Unref> file(g_vfs_get_file_for_path(g_vfs_get_local(), path.c_str()));
         return g_file_trash(file.get(), nullptr, nullptr) != FALSE;
     }
