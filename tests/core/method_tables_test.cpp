@@ -91,7 +91,7 @@ TEST_F(ExtensionTablesTest, GiveArraysTheirOperations)
             "cdr", "closestNumberToNumber:", "deepCopy", "hasPrefix:", "isPlistable",
             "makeObjectsPerformSelectorWithResults:", "makeObjectsPerformSelectorWithResults:withObject:",
             "makeObjectsPerformSelectorWithResults:withObjects:", "mutableDeepCopy", "reverseArray",
-            "subarrayMatchingSelector:withObject:", "subsetOfArrayAtIndexes:" }));
+            "subarrayMatchingSelector:withObject:", "subsetOfArrayAtIndexes:", "valueForKey:" }));
 }
 
 TEST_F(ExtensionTablesTest, GiveMutableArraysTheirOperations)
