@@ -22,6 +22,8 @@ constexpr std::uintmax_t kLargestPackageInfo = 1 << 20;
 
 NSRef<NSData> packageInfoAt(const NSRef<NSString>& file)
 {
+    if (!file)
+        return nullptr;
     std::error_code problem;
     const std::uintmax_t size = std::filesystem::file_size(file->utf8(), problem);
     return !problem && size <= kLargestPackageInfo ? NSData::dataWithContentsOfFile(file) : nullptr;
@@ -173,7 +175,8 @@ void LUMDocumentBundle::loadPkgInfo()
     mLoadingPkgInfo = true;
     const auto bundle = path();
     const auto file = lum::packageInfoIn(bundle);
-    const auto data = lum::isReachedInside(bundle, file) ? packageInfoAt(file) : nullptr;
+    const lum::HeldPlace place(*mFileRef, bundle, lum::packageInfoIn(lum::kInside));
+    const auto data = lum::isReachedInside(bundle, file) ? packageInfoAt(place.file()) : nullptr;
     // Deliberate: whatever stands in the way of reading, there are no codes then.
     const lum::PackageInfo info = data ? lum::readPackageInfo(data->bytes()) : lum::PackageInfo();
     mCreatorCode = info.creator;
@@ -195,7 +198,7 @@ void LUMDocumentBundle::savePkgInfo()
     const auto contents = file->stringByDeletingLastPathComponent();
     if (!manager->fileExistsAtPath(contents))
         (void)LUMFileManager::createDirectoryAtPath(manager, contents, true, nullptr);
-    const lum::HeldPlace place(*mFileRef, lum::packageInfoIn(lum::kInside));
+    const lum::HeldPlace place(*mFileRef, bundle, lum::packageInfoIn(lum::kInside));
     NSData::dataWithBytes(bytes->data(), bytes->size())->writeToFile(place.file(), true);
 }
 
@@ -223,7 +226,8 @@ NSRef<NSDictionary> LUMDocumentBundle::dictionaryForDomain(
     const auto file = lum::dictionaryIn(bundle, domain);
     if (!lum::isReachedInside(bundle, file))
         return nullptr;
-    return NSDictionary::dictionaryWithContentsOfFile(file);
+    const lum::HeldPlace place(*mFileRef, bundle, lum::dictionaryIn(lum::kInside, domain));
+    return NSDictionary::dictionaryWithContentsOfFile(place.file());
 }
 
 bool LUMDocumentBundle::setDictionaryForDomain(
@@ -244,6 +248,6 @@ bool LUMDocumentBundle::setDictionaryForDomain(
     const auto file = lum::dictionaryIn(bundle, domain);
     if (file && !lum::isReachedInside(bundle, file))
         return lum::refuseLink(error);
-    const lum::HeldPlace place(*mFileRef, lum::dictionaryIn(lum::kInside, domain));
+    const lum::HeldPlace place(*mFileRef, bundle, lum::dictionaryIn(lum::kInside, domain));
     return data && data->writeToFile(place.file(), true);
 }

@@ -40,7 +40,7 @@ struct Removal {
 
     bool removeIfThere(const NSRef<NSString>& path) const
     {
-        const lum::HeldPlace place(fileRef, lum::insideOf(bundle, path));
+        const lum::HeldPlace place(fileRef, bundle, lum::insideOf(bundle, path));
         return NSFileManager::defaultManager()->removeItemAtPath(place.file()) || !lum::isEntryAt(path);
     }
     /// What only has the name of the domain's folder stays: a folder of the document, and a file, which is

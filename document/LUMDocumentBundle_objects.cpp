@@ -20,27 +20,29 @@ void store(NSRef<NSError>* error, NSRef<NSError> problem)
         *error = std::move(problem);
 }
 
+/// Where the object is in the bundle that is at the path `bundle`.
+NSRef<NSString> objectPath(const NSRef<NSString>& bundle, const NSRef<NSString>& key,
+    const NSRef<NSString>& domain, bool createDirectories, NSRef<NSError>* error)
+{
+    if (!lum::staysInside(key) || !lum::staysInsideOrNull(domain))
+        return lum::refuseName(error);
+    auto object = lum::objectIn(bundle, domain, key);
+    if (!object)
+        return lum::fail(error, lum::kStatusNotFound);
+    if (!lum::isReachedInside(bundle, object))
+        return lum::refuseLink(error);
+    if (createDirectories)
+        (void)LUMFileManager::createDirectoryAtPath(
+            NSFileManager::defaultManager(), object->stringByDeletingLastPathComponent(), true, error);
+    return object;
+}
+
 }
 
 NSRef<NSString> LUMDocumentBundle::pathForObjectWithKey(const NSRef<NSString>& key,
     const NSRef<NSString>& domain, bool createDirectories, NSRef<NSError>* error) const
 {
-    if (!lum::staysInside(key) || !lum::staysInsideOrNull(domain)) {
-        lum::refuseName(error);
-        return nullptr;
-    }
-    const auto bundle = path();
-    auto object = lum::objectIn(bundle, domain, key);
-    if (!object)
-        return lum::fail(error, lum::kStatusNotFound);
-    if (!lum::isReachedInside(bundle, object)) {
-        lum::refuseLink(error);
-        return nullptr;
-    }
-    if (createDirectories)
-        (void)LUMFileManager::createDirectoryAtPath(
-            NSFileManager::defaultManager(), object->stringByDeletingLastPathComponent(), true, error);
-    return object;
+    return objectPath(path(), key, domain, createDirectories, error);
 }
 
 bool LUMDocumentBundle::saveObject(const NSId& object, const NSRef<NSString>& key, NSRef<NSError>* error)
@@ -52,10 +54,11 @@ bool LUMDocumentBundle::saveObjectDomain(
     const NSId& object, const NSRef<NSString>& key, const NSRef<NSString>& domain, NSRef<NSError>* error)
 {
     NSRef<NSError> problem;
-    const auto file = pathForObjectWithKey(key, domain, true, &problem);
+    const auto bundle = path();
+    const auto file = objectPath(bundle, key, domain, true, &problem);
     bool isSaved = false;
     if (file && !problem) {
-        const lum::HeldPlace place(*mFileRef, lum::objectIn(lum::kInside, domain, key));
+        const lum::HeldPlace place(*mFileRef, bundle, lum::objectIn(lum::kInside, domain, key));
         isSaved = NSKeyedArchiver::archiveRootObject(object, place.file());
     }
     store(error, problem);
@@ -71,10 +74,13 @@ NSId LUMDocumentBundle::decodeObjectWithKeyDomain(
     const NSRef<NSString>& key, const NSRef<NSString>& domain, NSRef<NSError>* error)
 {
     NSRef<NSError> problem;
-    const auto file = pathForObjectWithKey(key, domain, true, &problem);
+    const auto bundle = path();
+    const auto file = objectPath(bundle, key, domain, true, &problem);
     NSId object;
-    if (file && !problem)
-        object = NSKeyedUnarchiver::unarchiveObjectWithFile(file);
+    if (file && !problem) {
+        const lum::HeldPlace place(*mFileRef, bundle, lum::objectIn(lum::kInside, domain, key));
+        object = NSKeyedUnarchiver::unarchiveObjectWithFile(place.file());
+    }
     store(error, problem);
     return object;
 }
@@ -83,9 +89,17 @@ NSId LUMDocumentBundle::decodeObjectWithKeyDelegate(
     const NSRef<NSString>& key, const NSRef<NSKeyedUnarchiverDelegate>& delegate, NSRef<NSError>* error)
 {
     NSRef<NSError> problem;
-    const auto file = pathForObjectWithKey(key, nullptr, true, &problem);
+    const auto bundle = path();
+    const auto file = objectPath(bundle, key, nullptr, true, &problem);
+    NSRef<NSData> data;
+    if (file && !problem) {
+        const lum::HeldPlace place(*mFileRef, bundle, lum::objectIn(lum::kInside, nullptr, key));
+        if (place.file())
+            data = NSData::dataWithContentsOfFile(place.file(), &problem);
+        else
+            lum::fail(&problem, lum::kStatusNotFound);
+    }
     NSId object;
-    auto data = file && !problem ? NSData::dataWithContentsOfFile(file, &problem) : nullptr;
     if (data) {
         auto unarchiver = NSKeyedUnarchiver::initForReadingWithData(data);
         unarchiver->setDelegate(delegate);

@@ -72,12 +72,10 @@ NSRef<NSURL> urlInside(
         : nullptr;
     const auto file = url && url->isFileURL() ? url->path() : nullptr;
     if (!file)
-        lum::refuseName(error);
-    else if (!lum::isReachedInside(bundle, file, mayBeLink))
-        lum::refuseLink(error);
-    else
-        return url;
-    return nullptr;
+        return lum::refuseName(error);
+    if (!lum::isReachedInside(bundle, file, mayBeLink))
+        return lum::refuseLink(error);
+    return url;
 }
 
 /// Makes the folder that the path is in, as far as possible.
@@ -106,7 +104,7 @@ bool place(const LUMDocumentBundle& bundle, Transfer transfer, const NSRef<NSURL
     if (!url)
         return false;
     makeFolderOf(url->path());
-    const lum::HeldPlace to(*bundle.fileRef(), lum::insideOf(path, url->path()));
+    const lum::HeldPlace to(*bundle.fileRef(), path, lum::insideOf(path, url->path()));
     const bool isFree = to.file() && !lum::isEntryAt(to.file());
     return (isFree && transfer(source->path(), to.file())) || lum::fail(error, lum::kStatusFailed);
 }
@@ -196,7 +194,7 @@ bool LUMDocumentBundle::removeResourceDomain(const NSRef<NSString>& name, const 
     if (!url)
         return false;
     const auto file = url->path();
-    const lum::HeldPlace place(*mFileRef, lum::insideOf(bundle, file));
+    const lum::HeldPlace place(*mFileRef, bundle, lum::insideOf(bundle, file));
     if (!NSFileManager::defaultManager()->removeItemAtPath(place.file()))
         return true;
     return removeIfEmpty(file->stringByDeletingLastPathComponent()) || lum::fail(error, lum::kStatusFailed);

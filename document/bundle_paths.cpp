@@ -1,12 +1,21 @@
 #include "document/bundle_paths.h"
 
 #include "LUMPlatform/NSURLUtilities.h"
-#include "core/status_error.h"
 #include "core/statuses.h"
 
 #include <algorithm>
+#include <filesystem>
 
 namespace fs = std::filesystem;
+
+namespace {
+
+bool isWithin(const fs::path& folder, const fs::path& path)
+{
+    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end();
+}
+
+}
 
 bool lum::staysInside(const NSRef<NSString>& name)
 {
@@ -33,11 +42,6 @@ bool lum::staysInName(const NSRef<NSString>& extension)
     const auto plain =
         NSURLUtilities::stringByReplacingPercentEscapesUsingEncoding(extension, NSUTF8StringEncoding);
     return plain && plain->characters().find_first_of(std::u16string_view(u"/\0", 2)) == std::u16string::npos;
-}
-
-bool lum::isWithin(const fs::path& folder, const fs::path& path)
-{
-    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end();
 }
 
 NSRef<NSString> lum::insideOf(const NSRef<NSString>& folder, const NSRef<NSString>& path)
@@ -74,12 +78,12 @@ bool lum::isReachedInside(const NSRef<NSString>& folder, const NSRef<NSString>& 
     return true;
 }
 
-bool lum::refuseName(NSRef<NSError>* error)
+lum::Failure lum::refuseName(NSRef<NSError>* error)
 {
     return fail(error, kStatusBadName);
 }
 
-bool lum::refuseLink(NSRef<NSError>* error)
+lum::Failure lum::refuseLink(NSRef<NSError>* error)
 {
     return fail(error, kStatusNoAccess);
 }

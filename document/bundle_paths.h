@@ -1,9 +1,7 @@
 #pragma once
 
-#include "LUMPlatform/NSError.h"
 #include "LUMPlatform/NSString.h"
-
-#include <filesystem>
+#include "core/status_error.h"
 
 namespace lum {
 
@@ -17,9 +15,6 @@ bool staysInsideOrNull(const NSRef<NSString>& name);
 /// without a "/" or a NUL. Null is none.
 bool staysInName(const NSRef<NSString>& extension);
 
-/// Whether a path is that of the folder or of something in it, both without links.
-bool isWithin(const std::filesystem::path& folder, const std::filesystem::path& path);
-
 /// A path without the folder that it begins with.
 NSRef<NSString> insideOf(const NSRef<NSString>& folder, const NSRef<NSString>& path);
 
@@ -29,9 +24,9 @@ NSRef<NSString> insideOf(const NSRef<NSString>& folder, const NSRef<NSString>& p
 bool isReachedInside(const NSRef<NSString>& folder, const NSRef<NSString>& path, bool mayEndInLink = false);
 
 /// Stores what is wrong with a name that does not stay inside (-37), or with a path that is not reached there
-/// (-5000). Always false.
-bool refuseName(NSRef<NSError>* error);
-bool refuseLink(NSRef<NSError>* error);
+/// (-5000).
+Failure refuseName(NSRef<NSError>* error);
+Failure refuseLink(NSRef<NSError>* error);
 
 /// Whether there is an entry at `path`, be it a link that leads nowhere.
 bool isEntryAt(const NSRef<NSString>& path);

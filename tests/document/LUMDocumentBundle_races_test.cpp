@@ -88,6 +88,38 @@ protected:
     NSRef<NSURL> picture() const { return NSURL::fileURLWithPath(at("pic")); }
 };
 
+TEST_F(LUMDocumentBundleRacesTest, WhatIsReadIsTheBundles)
+{
+    EXPECT_TRUE(bundle->saveObject("own", "a"));
+    EXPECT_TRUE(bundle->setDictionary(NSDictionary::of({ { "a", "own" } })));
+    put("doc/Contents/PkgInfo", "LUMdsong");
+    auto other = LUMDocumentBundle::documentBundleWithPath(at("other"), true);
+    EXPECT_TRUE(other->saveObject("other", "a"));
+    EXPECT_TRUE(other->setDictionary(NSDictionary::of({ { "a", "other" } })));
+    put("other/Contents/PkgInfo", "OTHRmovi");
+    const auto prepare = [&] {
+        if (isThere("moved")) {
+            rename("doc", "other");
+            rename("moved", "doc");
+        }
+    };
+    const auto exchange = [&](TracedChild&) {
+        rename("doc", "moved");
+        rename("other", "doc");
+    };
+    const auto read = [&] {
+        const auto object = bundle->decodeObjectWithKey("a");
+        const auto dictionary = bundle->dictionaryError();
+        bundle->loadPkgInfo();
+        const auto creator = bundle->creatorCode();
+        return (!object || NSEqual(object, NSRef<NSString>("own")))
+            && (!dictionary || NSEqual(dictionary->objectForKey("a"), NSRef<NSString>("own")))
+            && (creator == 0 || creator == fourCharacters("LUMd"));
+    };
+    if (!meddleAtEveryCall(prepare, read, exchange, [](bool isOwn) { EXPECT_TRUE(isOwn); }))
+        GTEST_SKIP() << "processes cannot be traced here";
+}
+
 TEST_F(LUMDocumentBundleRacesTest, AnObjectIsSavedInTheBundle)
 {
     expectNoOtherBundleIsChanged([&] { return bundle->saveObject("new", "a"); },
