@@ -49,7 +49,7 @@ FileIcon iconOfName(const std::string& name)
 
 std::unique_ptr<GFileInfo, Unref> informationOn(const std::string& path, const char* keys)
 {
-    // By the local file system itself: a session's file service may not be asked from every thread.
+    // By the local file system itself: the desktop's file service may not be asked from every thread.
     const std::unique_ptr<GFile, Unref> file(g_vfs_get_file_for_path(g_vfs_get_local(), path.c_str()));
     return std::unique_ptr<GFileInfo, Unref>(
         g_file_query_info(file.get(), keys, G_FILE_QUERY_INFO_NONE, nullptr, nullptr));
