@@ -33,7 +33,10 @@ class NSURL;
 /// Nothing outside the bundle is read, written or removed. A key, domain, resource or folder whose name would
 /// leave it (an absolute path, "..", a NUL inside) fails with the error -37, and one that a symbolic link
 /// would take out of it with -5000; removing a link removes the link. Names with a "/" inside are paths
-/// within.
+/// within. That holds also when, while an operation runs, somebody moves the bundle and puts another in its
+/// place, or exchanges folders for links; only lists may then tell of those.
+///
+/// A save makes one new file and one rename, and takes no longer the more there is.
 ///
 /// Errors are in NSOSStatusErrorDomain; `error` may be null, and is written on failure only unless an
 /// operation says otherwise. Threads: one at a time.
@@ -94,8 +97,8 @@ public:
     /// The same.
     /// Selector: setTypeCode:
     void setTypeCode(std::uint32_t code);
-    /// Reads the codes; both are 0 when there is no such file or it is no text. Of more than 8 bytes the
-    /// first 8 count.
+    /// Reads the codes; both are 0 when there is no such file, it cannot be read, is no text, or has more
+    /// than 1 MiB. Of more than 8 bytes the first 8 count.
     /// Selector: loadPkgInfo
     void loadPkgInfo();
     /// Writes the codes, and tells nothing. A code ends before its first zero byte: a creator of 0 is not
@@ -132,8 +135,8 @@ public:
     /// Selector: saveObject:withKey:error:
     [[nodiscard]] bool saveObject(
         const NSId& object, const NSRef<NSString>& key, NSRef<NSError>* error = nullptr);
-    /// Writes a keyed archive of the object, which must be one that can be archived (NSCoding). The error is
-    /// always written, null on success.
+    /// Writes a keyed archive of the object, which must be one that can be archived (NSCoding), and raises
+    /// for others. The error is always written: null on success, and also when only the writing failed.
     /// Selector: saveObject:withKey:domain:error:
     [[nodiscard]] bool saveObjectDomain(const NSId& object, const NSRef<NSString>& key,
         const NSRef<NSString>& domain, NSRef<NSError>* error = nullptr);
@@ -166,8 +169,10 @@ public:
         const NSRef<NSString>& directory, bool createDirectory, NSRef<NSError>* error = nullptr) const;
     /// The URL of a resource, whether it is there or not: `type` is its extension; type and directory may be
     /// null. With a null name that of the folder. `createDirectory` makes the folder that the URL's path is
-    /// in, as far as possible (for a folder the one above it). Null for what would leave the bundle. The
-    /// error is never written.
+    /// in, as far as possible (for a folder the one above it). Null for what would leave the bundle, and for
+    /// a folder that is a link leading out; a resource may be such a link. The error is never written.
+    /// Deliberate: all but the type is escaped, so a "%" in that begins an escape; one that has a "/",
+    /// escaped or not, or makes no URL, gives null.
     /// Selector: urlForResource:ofType:inDirectory:domain:createDirectory:error:
     NSRef<NSURL> urlForResourceDomain(const NSRef<NSString>& name, const NSRef<NSString>& type,
         const NSRef<NSString>& directory, const NSRef<NSString>& domain, bool createDirectory,
@@ -213,12 +218,13 @@ public:
     // Domains.
 
     /// The domains that have anything, once each, in the order in which the folder lists them. The document's
-    /// own dictionary does not count for this. The error is never written.
+    /// own dictionary does not count for this, nor do links and hidden entries. The error is never written.
     /// Selector: presentDomains:
     NSRef<NSArray> presentDomains(NSRef<NSError>* error = nullptr) const;
     /// Removes all that a domain has; true when there is nothing. Of the document's own these are its
     /// dictionary, objects, and the resources without a domain; that one of the first two folders is missing
-    /// is told as an error, though the result is true.
+    /// is told as an error, though the result is true. What belongs to others stays, even if the domain has
+    /// its name: the document's folders, and files.
     /// Selector: removeDomain:error:
     bool removeDomain(const NSRef<NSString>& domain, NSRef<NSError>* error = nullptr);
     /// Removes every domain but the document's own; it ends at the first error.
