@@ -1,5 +1,7 @@
 #include "platform/files/file_system.h"
 
+#include "platform/files/retried.h"
+
 #include <cerrno>
 #include <climits>
 #include <fcntl.h>
@@ -9,18 +11,6 @@
 namespace platform {
 
 namespace {
-
-template<typename Call> auto retried(Call call) -> decltype(call())
-{
-    for (;;) {
-        auto result = call();
-        if (result >= 0)
-            return result;
-        int error = errno;
-        if (error != EINTR)
-            return -error;
-    }
-}
 
 void convert(const struct stat& from, FileSystem::Status& to)
 {

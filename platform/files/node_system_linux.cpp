@@ -1,5 +1,7 @@
 #include "platform/files/node_system.h"
 
+#include "platform/files/retried.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
@@ -30,18 +32,6 @@ namespace platform {
 namespace {
 
 constexpr std::int64_t kNanoseconds = 1'000'000'000;
-
-template<typename Call> auto retried(Call call) -> decltype(call())
-{
-    for (;;) {
-        const auto result = call();
-        if (result >= 0)
-            return result;
-        const int error = errno;
-        if (error != EINTR)
-            return -error;
-    }
-}
 
 FileKind kindOf(mode_t mode)
 {

@@ -1,5 +1,7 @@
 #include "platform/files/tree_system.h"
 
+#include "platform/files/retried.h"
+
 #include <algorithm>
 #include <cerrno>
 #include <climits>
@@ -16,18 +18,6 @@
 namespace platform {
 
 namespace {
-
-template<typename Call> auto retried(Call call) -> decltype(call())
-{
-    for (;;) {
-        auto result = call();
-        if (result >= 0)
-            return result;
-        const int error = errno;
-        if (error != EINTR)
-            return -error;
-    }
-}
 
 void convert(const struct stat& from, TreeSystem::Status& to)
 {
