@@ -3,7 +3,6 @@
 
 #include "LUMPlatform/NSData.h"
 #include "LUMPlatform/NSURL.h"
-#include "core/status_error.h"
 
 using Makers = LUMFileRefSubclass<LUMFileRef>;
 

@@ -10,8 +10,6 @@
 #include "core/statuses.h"
 #include "fileref/alias_data.h"
 
-#include <vector>
-
 namespace {
 
 OSStatus fillSpec(const LUMFileRef& fileRef, FSSpec* spec)

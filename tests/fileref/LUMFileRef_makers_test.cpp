@@ -4,8 +4,6 @@
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSFileManager.h"
 
-#include <cstdlib>
-
 namespace {
 
 class LUMFileRefMakersTest : public FileRefTest {

@@ -5,7 +5,6 @@
 #include "tests/fixture.h"
 #include "tests/temporary_folder.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
