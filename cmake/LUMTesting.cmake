@@ -9,9 +9,11 @@ include(GoogleTest)
 add_library(lum_test_main STATIC
     ${PROJECT_SOURCE_DIR}/tests/german_locale.cpp
     ${PROJECT_SOURCE_DIR}/tests/main.cpp
+    ${PROJECT_SOURCE_DIR}/tests/source_folder.cpp
     ${PROJECT_SOURCE_DIR}/tests/vector_file.cpp)
 target_link_libraries(lum_test_main PUBLIC lum_compile GTest::gtest)
-target_compile_definitions(lum_test_main PUBLIC LUM_TEST_DATA="${PROJECT_SOURCE_DIR}/tests")
+set_source_files_properties(${PROJECT_SOURCE_DIR}/tests/source_folder.cpp PROPERTIES
+    COMPILE_DEFINITIONS LUM_SOURCE_FOLDER="${PROJECT_SOURCE_DIR}")
 # What nearly every test includes takes longer to read than the test itself, so it is read once. The flags are those of
 # the tests, or the compiler could not use it.
 add_library(lum_test_precompiled OBJECT ${PROJECT_SOURCE_DIR}/tests/precompiled.cpp)

@@ -1,5 +1,7 @@
 #include "tests/german_locale.h"
 
+#include "tests/source_folder.h"
+
 #include <clocale>
 #include <cstdlib>
 
@@ -36,7 +38,7 @@ GermanLocale::~GermanLocale()
 bool GermanLocale::makeLocale()
 {
     const std::string folder = mFolder.emplace().path();
-    std::string command = "localedef -c -i '" LUM_TEST_DATA "/german_locale.txt' -f UTF-8 ";
+    std::string command = "localedef -c -i '" + inSourceFolder("tests/german_locale.txt") + "' -f UTF-8 ";
     command += "'" + folder + "/" + kOwn + "' >/dev/null 2>&1";
     // It warns, and says so by its status; only setlocale can tell whether the locale is usable.
     (void)std::system(command.c_str());

@@ -1,5 +1,7 @@
 #include "tests/vector_file.h"
 
+#include "tests/source_folder.h"
+
 #include <algorithm>
 #include <charconv>
 #include <fstream>
@@ -184,7 +186,7 @@ bool Row::isExpectation() const
 
 std::vector<Row> load(std::string_view file)
 {
-    std::string path = std::string(LUM_TEST_DATA "/vectors/").append(file);
+    std::string path = inSourceFolder("tests/vectors/" + std::string(file));
     std::ifstream stream(path);
     std::vector<Row> rows;
     Row row;

@@ -11,6 +11,7 @@
 #include "tests/fixture.h"
 #include "tests/object_matchers.h"
 #include "tests/raised_by.h"
+#include "tests/source_folder.h"
 #include "tests/temporary_folder.h"
 
 namespace {
@@ -27,7 +28,7 @@ protected:
     }
     static std::string vector(const std::string& name)
     {
-        return readFile(LUM_TEST_DATA "/vectors/bplist/" + name + ".plist");
+        return readFile(inSourceFolder("tests/vectors/bplist/" + name + ".plist"));
     }
     static std::string reasonFor(const NSId& object)
     {

@@ -5,6 +5,7 @@
 #include "LUMPlatform/NSNotificationCenter.h"
 #include "LUMPlatform/NSNumber.h"
 #include "LUMPlatform/NSSend.h"
+#include "tests/source_folder.h"
 #include "tests/watching/watching_fixture.h"
 
 #include <algorithm>
@@ -308,7 +309,7 @@ TEST_F(LUMIncomingFolderWatcherTest, MayEndInsideANotification)
 /// No dynamic call makes a watcher, so the selector of its maker stands in the header alone.
 TEST_F(LUMIncomingFolderWatcherTest, DeliberatelyIsMadeByASelectorWithASmallF)
 {
-    const std::string text = readFile(LUM_TEST_DATA "/../LUMFoundation/LUMIncomingFolderWatcher.h");
+    const std::string text = readFile(inSourceFolder("LUMFoundation/LUMIncomingFolderWatcher.h"));
     EXPECT_NE(text.find("Selector: initWithFolder:completedfileType:incompleteFileType:"), std::string::npos);
 }
 

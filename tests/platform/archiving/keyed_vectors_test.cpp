@@ -6,6 +6,7 @@
 #include "LUMPlatform/NSUUID.h"
 #include "tests/fixture.h"
 #include "tests/platform/archiving/graph.h"
+#include "tests/source_folder.h"
 
 #include <filesystem>
 #include <functional>
@@ -15,7 +16,7 @@ namespace {
 
 NSRef<NSData> vectorNamed(const std::string& name)
 {
-    return NSData::dataWithContentsOfFile(LUM_TEST_DATA "/vectors/keyed/" + name + ".plist");
+    return NSData::dataWithContentsOfFile(inSourceFolder("tests/vectors/keyed/" + name + ".plist"));
 }
 
 NSId slotsOf(const NSRef<NSData>& archive)
@@ -111,7 +112,7 @@ TEST(KeyedVectorFiles, AreAllRead)
     for (const Case& row : kCases)
         read.insert(row.name);
     std::set<std::string> there;
-    for (const auto& file : std::filesystem::directory_iterator(LUM_TEST_DATA "/vectors/keyed"))
+    for (const auto& file : std::filesystem::directory_iterator(inSourceFolder("tests/vectors/keyed")))
         there.insert(file.path().stem());
     EXPECT_EQ(there, read);
 }

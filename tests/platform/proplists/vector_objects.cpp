@@ -7,6 +7,7 @@
 #include "LUMPlatform/NSDictionary.h"
 #include "LUMPlatform/NSNumber.h"
 #include "LUMPlatform/NSString.h"
+#include "tests/source_folder.h"
 
 #include <fstream>
 #include <map>
@@ -94,7 +95,7 @@ std::string typesOf(const NSId& object)
 
 std::string contentOfVector(const std::string& name)
 {
-    std::ifstream file(LUM_TEST_DATA "/vectors/" + name, std::ios::binary);
+    std::ifstream file(inSourceFolder("tests/vectors/" + name), std::ios::binary);
     if (!file)
         throw std::runtime_error("no vector " + name);
     std::ostringstream content;
