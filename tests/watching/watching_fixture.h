@@ -112,12 +112,12 @@ protected:
     {
         listener = nullptr;
         drainMainQueue();
-        // The threads of watchers that were let go end soon, and with them what they hold.
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-        while (platform::liveObjectCount() > mLiveBefore && std::chrono::steady_clock::now() < deadline) {
-            drainMainQueue();
-            std::this_thread::yield();
-        }
+        // The threads of watchers that were let go end soon, and with them what they hold. To close a queue
+        // is to wait for the queues of all programs, which has been seen to take half a minute on a busy
+        // machine.
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(100);
+        while (platform::liveObjectCount() > mLiveBefore && std::chrono::steady_clock::now() < deadline)
+            NSRunLoop::main()->runUntil(std::chrono::steady_clock::now() + std::chrono::milliseconds(1));
     }
 
     static void drainMainQueue() { NSRunLoop::drainMainQueue(); }
