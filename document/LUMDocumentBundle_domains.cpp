@@ -68,7 +68,7 @@ NSRef<NSArray> LUMDocumentBundle::presentDomains(NSRef<NSError>*) const
         for (const lum::BundleEntry& entry : lum::entriesIn(contents)) {
             auto domain = domainOf(entry);
             if (domain && known.insert(domain->utf8()).second)
-                domains.push_back(std::move(domain));
+                domains.emplace_back(std::move(domain));
         }
     return NSArray::arrayWithObjects(std::move(domains));
 }

@@ -146,7 +146,7 @@ NSRef<NSArray> LUMDocumentBundle::resourceTypesInDomain(
         error && *error ? nullptr : urlForResourceDomain(nullptr, nullptr, nullptr, domain, false, error);
     for (const lum::BundleEntry& entry : lum::entriesIn(url ? url->path() : nullptr))
         if (entry.isFolder)
-            types.push_back(NSURL::fileURLWithPath(entry.path));
+            types.emplace_back(NSURL::fileURLWithPath(entry.path));
     return NSArray::arrayWithObjects(std::move(types));
 }
 
