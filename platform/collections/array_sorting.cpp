@@ -81,6 +81,7 @@ template<typename Compare> NSRef<NSArray> sorted(const std::vector<NSId>& object
 {
     std::vector<NSId> kept = objects;
     std::vector<NSObject*> order;
+    order.reserve(kept.size());
     for (const NSId& object : kept)
         order.push_back(object.get());
     sortStably(order, [&](NSObject* a, NSObject* b) { return compare(Uncounted(a), Uncounted(b)) < 0; });
