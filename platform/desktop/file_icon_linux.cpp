@@ -59,7 +59,7 @@ std::unique_ptr<GFileInfo, Unref> informationOn(const std::string& path, const c
 
 FileIcon iconOfFile(const std::string& path)
 {
-    const FileIcon byName = iconOfName(path);
+    FileIcon byName = iconOfName(path);
     const auto kind = informationOn(path, G_FILE_ATTRIBUTE_STANDARD_TYPE);
     if (!kind)
         return byName;

@@ -21,6 +21,11 @@ std::string pictureAt(const std::string& stem)
     return {};
 }
 
+std::string joined(std::string folder, const std::string& name)
+{
+    return folder.append("/").append(name);
+}
+
 /// Whether it stays in the folder it is looked for in.
 bool isPlainName(const std::string& name)
 {
@@ -47,9 +52,9 @@ bool IconTheme::add(const std::string& name, int size)
     Theme theme { name, {}, {} };
     std::optional<ThemeIndex> index;
     for (const std::string& base : mBases) {
-        theme.roots.push_back(base + '/' + name + '/');
+        theme.roots.push_back(joined(base, name));
         if (!index)
-            index = readThemeIndex(theme.roots.back() + "index.theme");
+            index = readThemeIndex(joined(theme.roots.back(), "index.theme"));
     }
     if (!index)
         return false;
@@ -68,7 +73,7 @@ std::string IconTheme::fileIn(const Theme& theme, const std::string& name)
 {
     for (const ThemeFolder& folder : theme.folders) {
         for (const std::string& root : theme.roots) {
-            std::string file = pictureAt(root + folder.path + '/' + name);
+            std::string file = pictureAt(joined(joined(root, folder.path), name));
             if (!file.empty())
                 return file;
         }
@@ -87,7 +92,7 @@ std::string IconTheme::fileOf(std::span<const std::string> names) const
     }
     for (const std::string& base : mBases) {
         for (const std::string& name : names) {
-            std::string file = isPlainName(name) ? pictureAt(base + '/' + name) : std::string();
+            std::string file = isPlainName(name) ? pictureAt(joined(base, name)) : std::string();
             if (!file.empty())
                 return file;
         }
