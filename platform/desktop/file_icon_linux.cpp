@@ -1,6 +1,8 @@
 #include "platform/desktop/file_icon.h"
 
+#include <algorithm>
 #include <gio/gio.h>
+#include <iterator>
 #include <memory>
 
 namespace platform {
@@ -72,7 +74,10 @@ FileIcon iconOfFile(const std::string& path)
     if (!contentType)
         return byName;
     // Not the icon of the type: the user's own folders have icons of their own.
-    return { namesOf(g_file_info_get_icon(found.get())), builtInFor(contentType) };
+    FileIcon icon { namesOf(g_file_info_get_icon(found.get())), builtInFor(contentType) };
+    if (icon.builtIn == BuiltInIcon::Folder) // what a database of types adds, where there is one
+        std::ranges::copy(iconOfFolders().names, std::back_inserter(icon.names));
+    return icon;
 }
 
 FileIcon iconOfExtension(const std::string& extension)
