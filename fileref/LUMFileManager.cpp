@@ -51,7 +51,7 @@ Text freeName(const Manager& /*manager*/, const Text& name, const Reference& dir
     const auto base = extension->length() > 0 ? name->stringByDeletingPathExtension() : name;
     for (std::uint64_t i = 0; i < maxTries; ++i) {
         const auto numbered = i == 0 ? base : base->stringByAppendingFormat(" %d", i);
-        const auto candidate = numbered->stringByAppendingPathExtension(extension);
+        auto candidate = numbered->stringByAppendingPathExtension(extension);
         if (candidate && (!directory || !directory->childWithName(candidate)))
             return candidate;
     }
@@ -63,7 +63,7 @@ Reference duplicate(const Manager& manager, const Reference& fileRef, const Refe
 {
     const auto destination = pathInside(directory, name);
     const bool isCopied = manager->copyItemAtPath(pathOf(fileRef), destination);
-    const auto result = destination ? LUMFileRef::fileRefWithPath(destination) : nullptr;
+    auto result = destination ? LUMFileRef::fileRefWithPath(destination) : nullptr;
     if (isCopied || !result)
         return result;
     // Deliberate: what is there now goes, even if it stood there before; of a link, what it leads to.

@@ -70,7 +70,7 @@ NSRef<LUMFileRef> LUMFileManager_Safe::makeDirectoryAtPath(const NSRef<NSString>
             *error = problem;
         return nullptr;
     }
-    const auto folder = LUMFileRef::fileRefWithPath(expanded, error);
+    auto folder = LUMFileRef::fileRefWithPath(expanded, error);
     if (folder && !folder->isDirectory())
         return lum::fail(error, lum::kStatusExists);
     return folder;

@@ -18,7 +18,7 @@ NSRef<NSArray> LUMFileRef::childrenError(NSRef<NSError>* error) const
         lum::Child child;
         while ((status = lum::nextChild(iterator, child)) == 0)
             if (!child.isHidden)
-                children.push_back(std::move(child.fileRef));
+                children.emplace_back(std::move(child.fileRef));
     }
     if (status != kFSNoMoreItems)
         fail(error, status);

@@ -17,7 +17,7 @@ NSRef<NSString> helperNamed(const NSRef<NSBundle>& bundle, const NSRef<NSString>
     if (!name || !helpers)
         return nullptr;
     const auto manager = NSFileManager::defaultManager();
-    const auto plain = helpers->stringByAppendingPathComponent(name);
+    auto plain = helpers->stringByAppendingPathComponent(name);
     if (manager->fileExistsAtPath(plain))
         return plain;
     const auto withExtension = name->stringByAppendingPathExtension("app");

@@ -118,7 +118,7 @@ NSId NSUnarchiver::readObject()
         throw NSException(NSInvalidUnarchiveOperationException, "the archive is beyond the limits");
     const platform::NestingDepth depth(mDepth);
     const std::size_t outer = std::exchange(mMaking, reference.number);
-    const NSId object = makeObject(*coding);
+    NSId object = makeObject(*coding);
     if (mCalls->hasFailed())
         mReader->fault("an object was made without what it could not read");
     mMaking = outer;

@@ -29,7 +29,7 @@ NSRef<NSArray> namesOfClasses(KeyedArchive& archive, const KeyedArchive::Object&
             throw PropertyListFault("a class has no list of those above it");
         archive.objects().claim(classes);
         for (std::uint64_t at = 0; at < classes.count; ++at)
-            names.push_back(nameAt(archive.objects(), archive.objects().reference(classes, at)));
+            names.emplace_back(nameAt(archive.objects(), archive.objects().reference(classes, at)));
     }
     return NSArray::arrayWithObjects(std::move(names));
 }

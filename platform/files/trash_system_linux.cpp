@@ -1,9 +1,9 @@
 #include "platform/files/trash.h"
 
+#include <ctime>
 #include <gio/gio.h>
 #include <memory>
 #include <sys/stat.h>
-#include <time.h>
 #include <unistd.h>
 
 namespace platform {

@@ -2,11 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <ctime>
 #include <optional>
 #include <span>
 #include <string>
 #include <sys/types.h>
-#include <time.h>
 #include <vector>
 
 namespace platform {

@@ -60,7 +60,7 @@ private:
         mBuilder.beginDictionary();
         mIsDictionary.push_back(true);
         mIsBare = true;
-        pairWithKey(std::move(string));
+        pairWithKey(string);
         while (mBuilder.isInContainer())
             mIsDictionary.back() ? nextPair() : nextElement();
         return mBuilder.top();

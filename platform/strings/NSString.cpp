@@ -29,7 +29,7 @@ NSRef<NSArray> arrayOf(std::span<const std::u16string_view> pieces)
     std::vector<NSId> strings;
     strings.reserve(pieces.size());
     for (std::u16string_view piece : pieces)
-        strings.push_back(NSString::stringWithCharacters(piece));
+        strings.emplace_back(NSString::stringWithCharacters(piece));
     return NSArray::arrayWithObjects(std::move(strings));
 }
 
