@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr int kSteps = 8;
+constexpr int kSteps = 9;
 
 std::string reasonOf(const NSRef<NSError>& error, const char* otherwise)
 {
@@ -35,7 +35,7 @@ NSRef<IncomingJob> IncomingJob::jobForFile(const std::string& file, const std::s
 
 IncomingJob::IncomingJob(const std::string& file, const std::string& originals, const IntakeBundle& bundle,
     const Executor& executor)
-    : mFile(file), mOriginals(originals), mBundle(bundle), mExecutor(executor), mSource(file)
+    : mFile(file), mOriginals(originals), mBundle(bundle), mExecutor(executor)
 {
     mReceipt.name = fs::path(file).stem().string();
 }
@@ -62,7 +62,8 @@ double IncomingJob::progress() const
 void IncomingJob::work()
 {
     const double began = LUMAbsoluteTimeGetCurrent();
-    const bool whole = step(&IncomingJob::read) && step(&IncomingJob::digest) && step(&IncomingJob::compress)
+    const bool whole = step(&IncomingJob::read) && step(&IncomingJob::digest) && step(&IncomingJob::name)
+        && step(&IncomingJob::compress)
         && step(&IncomingJob::store)
         // What is stored is seen through, so that no result is left without its source beside it.
         && finishingStep(&IncomingJob::check) && finishingStep(&IncomingJob::keepRecord)
@@ -92,7 +93,8 @@ bool IncomingJob::finishingStep(bool (IncomingJob::*what)())
 bool IncomingJob::read()
 {
     NSRef<NSError> error;
-    mBytes = NSData::dataWithContentsOfFile(mFile, &error);
+    mSource = LUMFileRef::fileRefWithPathResolveAlias(mFile, false, &error);
+    mBytes = mSource ? NSData::dataWithContentsOfFile(mFile, &error) : nullptr;
     if (!mBytes)
         return fail("cannot be read: " + reasonOf(error, "gone"));
     mReceipt.size = mBytes->length();
@@ -104,6 +106,12 @@ bool IncomingJob::digest()
     mReceipt.crc32 = LUMData_Compression::crc32(mBytes);
     mReceipt.md5 = LUMData_Compression::md5DigestString(mBytes)->utf8();
     mReceipt.sha1 = LUMData_Compression::sha1DigestString(mBytes)->utf8();
+    return true;
+}
+
+bool IncomingJob::name()
+{
+    mReceipt.name = mBundle.nameFor(mReceipt);
     return true;
 }
 
@@ -136,12 +144,16 @@ bool IncomingJob::keepRecord()
 
 bool IncomingJob::moveSourceAway()
 {
+    if (!NSEqual(LUMFileRef::fileRefWithPathResolveAlias(mFile, false), mSource))
+        return fail("was replaced while it was taken in");
     const fs::path target = fs::path(mOriginals) / mReceipt.name;
     std::error_code problem;
+    if (fs::exists(fs::symlink_status(target, problem))
+        && !NSEqual(NSData::dataWithContentsOfFile(target.string()), mBytes))
+        return fail("cannot be moved away: another file of its name is there");
     fs::rename(mFile, target, problem);
     if (problem == std::errc::cross_device_link)
         return copySourceAway(target.string());
-    mSource = target.string();
     return !problem || fail("cannot be moved away: " + problem.message());
 }
 
@@ -150,9 +162,9 @@ bool IncomingJob::copySourceAway(const std::string& target)
 {
     std::error_code problem;
     fs::copy_file(mFile, target, fs::copy_options::overwrite_existing, problem);
-    if (problem)
+    mSource = problem ? nullptr : LUMFileRef::fileRefWithPath(target);
+    if (!mSource)
         return fail("cannot be copied away: " + problem.message());
-    mSource = target;
     if (!keepRecord())
         return false;
     fs::remove(mFile, problem);

@@ -14,7 +14,8 @@ using Executor = std::function<void(std::function<void()>)>;
 ///
 /// The result and the record appear under their names in one step each, so whenever the work ends, by Ctrl-C
 /// or by a power cut, what stands there is whole. The record is there before the source moves, and refers to
-/// the file itself, not to its path; it is kept once more afterwards, to know the new place.
+/// the file itself, not to its path; it is kept once more afterwards, to know the new place. Nothing that was
+/// taken in before gives way to a file of the same name.
 class IncomingJob : public LUMJob {
 public:
     static const NSClass& classObject();
@@ -39,6 +40,7 @@ private:
     bool finishingStep(bool (IncomingJob::*what)());
     bool read();
     bool digest();
+    bool name();
     bool compress();
     bool store();
     bool check();
@@ -52,7 +54,7 @@ private:
     const IntakeBundle mBundle;
     const Executor mExecutor;
     Receipt mReceipt;
-    std::string mSource; // where the file is now
+    NSRef<LUMFileRef> mSource; // wherever the file is now
     NSRef<NSData> mBytes;
     NSRef<NSData> mCompressed;
     std::atomic<int> mStepsDone = 0;

@@ -7,6 +7,8 @@
 #include "LUMPlatform/NSString.h"
 #include "LUMPlatform/NSThread.h"
 
+#include <filesystem>
+
 namespace {
 
 constexpr NSMethod kMethods[] = { NSMethodOf<"fileArrived:", &Intake::fileArrived>() };
@@ -70,9 +72,14 @@ void Intake::jobEnded(const NSRef<IncomingJob>& job)
 {
     mJobs.erase(job->file());
     if (job->currentState() == LUMJobStateCompleted) {
-        if (!job->receipt().failure.empty())
+        const bool isIn = job->receipt().failure.empty();
+        if (!isIn)
             mFailed.emplace(job->file(), job->receipt().failure);
         mEnded(job->receipt());
+        // Another of that name may have come while this one was in work.
+        std::error_code problem;
+        if (isIn && std::filesystem::exists(job->file(), problem))
+            mWatcher->scanFolder();
     }
     becomeIdleIfDone();
 }

@@ -2,8 +2,11 @@
 
 #include "LUMPlatform/NSDate.h"
 #include "LUMPlatform/NSError.h"
+#include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSNumber.h"
 #include "LUMPlatform/NSURL.h"
+
+#include <filesystem>
 
 namespace {
 
@@ -17,6 +20,8 @@ constexpr std::uint32_t fourCharacters(const char (&code)[5])
 
 constexpr std::uint32_t kCreator = fourCharacters("Inco");
 constexpr std::uint32_t kType = fourCharacters("Take");
+
+constexpr std::size_t kDigestInNames = 12; // characters
 
 std::string reasonOf(const NSRef<NSError>& error)
 {
@@ -56,6 +61,19 @@ NSRef<NSString> IntakeBundle::compressedPath(const std::string& name) const
     return url ? url->path() : nullptr;
 }
 
+std::string IntakeBundle::nameFor(const Receipt& receipt) const
+{
+    const std::filesystem::path name = receipt.name;
+    try {
+        const auto earlier = record(receipt.name);
+        if (!earlier || earlier->receipt().sha1 == receipt.sha1)
+            return receipt.name;
+    } catch (const NSException&) {
+        // A record that cannot be read is one all the same.
+    }
+    return name.stem().string() + '.' + receipt.sha1.substr(0, kDigestInNames) + name.extension().string();
+}
+
 std::string IntakeBundle::store(const std::string& name, const NSRef<NSData>& compressed) const
 {
     NSRef<NSError> error;
@@ -67,14 +85,13 @@ NSRef<NSData> IntakeBundle::compressed(const std::string& name) const
     return NSData::dataWithContentsOfFile(compressedPath(name));
 }
 
-std::string IntakeBundle::keep(const Receipt& receipt, const std::string& source) const
+std::string IntakeBundle::keep(const Receipt& receipt, const NSRef<LUMFileRef>& source) const
 {
     NSRef<NSError> error;
     auto open = bundle();
-    auto file = LUMFileRef::fileRefWithPath(source, &error);
-    if (!open || !file)
-        return open ? reasonOf(error) : "the bundle is gone";
-    const bool isSaved = open->saveObject(FileRecord::recordOf(receipt, file), receipt.name, &error);
+    if (!open)
+        return "the bundle is gone";
+    const bool isSaved = open->saveObject(FileRecord::recordOf(receipt, source), receipt.name, &error);
     return isSaved ? std::string() : reasonOf(error);
 }
 

@@ -22,9 +22,11 @@ public:
 
     const std::string& path() const { return mPath; }
     std::string open() const; ///< Makes the bundle unless it is there.
+    /// The file's own name; with part of its digest in it when the bundle has another file of that name.
+    std::string nameFor(const Receipt& receipt) const;
     std::string store(const std::string& name, const NSRef<NSData>& compressed) const;
     NSRef<NSData> compressed(const std::string& name) const; ///< Null when it is not there.
-    std::string keep(const Receipt& receipt, const std::string& source) const;
+    std::string keep(const Receipt& receipt, const NSRef<LUMFileRef>& source) const;
     NSRef<FileRecord> record(const std::string& name) const; ///< Null when it is not there.
     /// Adds files that were taken in to the dictionaries.
     std::string sumUp(const std::vector<Receipt>& receipts, const std::string& originals) const;

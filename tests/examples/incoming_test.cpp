@@ -11,6 +11,7 @@
 #include <random>
 #include <set>
 #include <sstream>
+#include <sys/stat.h>
 
 namespace fs = std::filesystem;
 using std::chrono::seconds;
@@ -108,6 +109,14 @@ protected:
         const bool isFine = inspector.statusWithin(seconds(300)) == 0;
         std::ofstream(outputFile(), std::ios::app) << readFile(report);
         return isFine;
+    }
+
+    static bool appears(const fs::path& path)
+    {
+        const auto deadline = std::chrono::steady_clock::now() + seconds(60);
+        while (!fs::exists(path) && std::chrono::steady_clock::now() < deadline)
+            std::this_thread::yield();
+        return fs::exists(path);
     }
 
     fs::path mScratch;
@@ -250,6 +259,96 @@ TEST_F(IncomingTest, AddsToTheBundleOfAnEarlierRun)
     EXPECT_TRUE(fs::exists(into() / "originals-1/first"));
     EXPECT_TRUE(fs::exists(into() / "originals-2/second"));
     EXPECT_TRUE(isVerified()) << output();
+}
+
+TEST_F(IncomingTest, KeepsBothOfTwoFilesOfOneName)
+{
+    for (const char* content : { "one", "two" }) {
+        put("take.txt", content);
+        IncomingProcess incoming(LUM_INCOMING_PROGRAM,
+            { drop().string(), "--into", into().string(), "--count", "1" }, outputFile());
+        ASSERT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
+    }
+    EXPECT_EQ(inflated(result("take.txt")), "one");
+    EXPECT_EQ(inflated(result("take.ad782ecdac77.txt")), "two"); // its SHA-1 begins so
+    EXPECT_EQ(readFile((into() / "originals-1/take.txt").string()), "one");
+    EXPECT_EQ(readFile((into() / "originals-2/take.ad782ecdac77.txt").string()), "two");
+    EXPECT_TRUE(isVerified()) << output();
+}
+
+TEST_F(IncomingTest, KeepsBothOfTwoFilesOfOneNameThatArriveInOneRun)
+{
+    IncomingProcess incoming(
+        LUM_INCOMING_PROGRAM, { drop().string(), "--into", into().string(), "--count", "2" }, outputFile());
+    put("take", "one");
+    ASSERT_TRUE(appears(into() / "originals/take")) << output();
+    put("take", "two");
+    ASSERT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
+    EXPECT_EQ(inflated(result("take")), "one");
+    EXPECT_EQ(inflated(result("take.ad782ecdac77")), "two");
+    EXPECT_EQ(readFile(original("take").string()), "one");
+    EXPECT_EQ(readFile(original("take.ad782ecdac77").string()), "two");
+}
+
+TEST_F(IncomingTest, TakesInAgainWhatIsTheSame)
+{
+    for (const char* originals : { "originals-1/take", "originals-2/take" }) {
+        put("take", "one");
+        IncomingProcess incoming(LUM_INCOMING_PROGRAM,
+            { drop().string(), "--into", into().string(), "--count", "1" }, outputFile());
+        ASSERT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
+        EXPECT_TRUE(fs::exists(into() / originals));
+    }
+    EXPECT_EQ(wholeResults(), 1u);
+    EXPECT_TRUE(isVerified()) << output();
+}
+
+TEST_F(IncomingTest, ReplacesNothingAmongTheOriginals)
+{
+    put("take", "new");
+    fs::create_directories(into() / "originals");
+    std::ofstream(into() / "originals/take") << "somebody's";
+    IncomingProcess incoming(
+        LUM_INCOMING_PROGRAM, { drop().string(), "--into", into().string(), "--count", "1" }, outputFile());
+    EXPECT_EQ(incoming.statusWithin(seconds(60)), 1) << output();
+    EXPECT_EQ(readFile((into() / "originals/take").string()), "somebody's");
+    EXPECT_EQ(readFile((drop() / "take.complete").string()), "new");
+}
+
+TEST_F(IncomingTest, LosesNoFileThatReplacesOneInWork)
+{
+    put("take", std::string(std::size_t { 30 } << 20, 'a'));
+    IncomingProcess incoming(
+        LUM_INCOMING_PROGRAM, { drop().string(), "--into", into().string(), "--count", "1" }, outputFile());
+    ASSERT_TRUE(appears(bundle())) << output();
+    put("take", "new");
+    const auto status = incoming.statusWithin(seconds(60));
+    if (fs::exists(drop() / "take.complete"))
+        EXPECT_EQ(readFile((drop() / "take.complete").string()), "new");
+    else
+        EXPECT_EQ(inflated(result("take")), "new");
+    EXPECT_TRUE(status == 0 || output().find("was replaced while it was taken in") != std::string::npos)
+        << output();
+}
+
+TEST_F(IncomingTest, TakesInFromAnotherVolume)
+{
+    std::string elsewhere = "/var/tmp/incoming-test-XXXXXX"; // on a disk
+    ASSERT_TRUE(mkdtemp(elsewhere.data()));
+    struct stat here, there;
+    ASSERT_EQ(stat(mScratch.c_str(), &here) + stat(elsewhere.c_str(), &there), 0);
+    if (here.st_dev != there.st_dev) {
+        put("take", "text");
+        IncomingProcess incoming(
+            LUM_INCOMING_PROGRAM, { drop().string(), "--into", elsewhere, "--count", "1" }, outputFile());
+        EXPECT_EQ(incoming.statusWithin(seconds(60)), 0) << output();
+        EXPECT_EQ(inflated(resultIn(fs::path(elsewhere) / "incoming.bundle", "take")), "text");
+        EXPECT_EQ(readFile((fs::path(elsewhere) / "originals-1/take").string()), "text");
+        EXPECT_TRUE(fs::is_empty(drop()));
+    }
+    fs::remove_all(elsewhere);
+    if (here.st_dev == there.st_dev)
+        GTEST_SKIP() << "this machine has one volume";
 }
 
 TEST_F(IncomingTest, TakesInNamesWithEveryCharacter)
