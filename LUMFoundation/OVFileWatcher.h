@@ -11,7 +11,9 @@
 extern LUM_EXPORT const NSStringConstant OVFileWatcherRenameNotification;
 /// A file was written to, or the list of a folder's children changed.
 extern LUM_EXPORT const NSStringConstant OVFileWatcherWriteNotification;
-/// Nothing is at the path any more, or something else. The path stays watched and reports no more.
+/// Nothing is at the path any more, or something else. The path stays watched: as long as the object lives
+/// on, held open or under another name, what happens to it is reported. Of an object that had already been
+/// renamed, or whose folder went at the same time, the deletion is told when nobody holds it any more.
 extern LUM_EXPORT const NSStringConstant OVFileWatcherDeleteNotification;
 /// Mode, owner, times or extended attributes changed.
 extern LUM_EXPORT const NSStringConstant OVFileWatcherAttributeChangeNotification;

@@ -63,9 +63,11 @@ private:
 struct InotifyQueue::Look {
     Token token;
     int watch;
-    std::uint64_t device;
+    FileIdentity object;
+    std::optional<FileIdentity> folder;
     std::string path {}; ///< Empty when no look is needed.
     std::optional<FileStatus> now {};
+    bool isAstray = false;
 };
 
 struct InotifyQueue::Batch {
@@ -156,6 +158,9 @@ bool InotifyQueue::add(Token token, const std::string& path, std::uint32_t chang
         entry.path = mSystem.pathOf(object.number());
     if (entry.path.empty())
         entry.path = path;
+    FileStatus folder;
+    if (mSystem.status(InotifyWatches::folderOf(entry.path), folder) >= 0)
+        entry.folder = folder;
     const std::uint32_t events = eventsFor(changes, entry.state.status.isFolder()) | inotify::kMaskAdd;
     // Opened before the lock is taken: a look-up on a volume that does not answer must hold up nobody else.
     const std::string parentPath = InotifyWatches::parentToWatch(entry);
@@ -233,13 +238,15 @@ void InotifyQueue::collect(
         batch.of(event.watch).add(event);
         if (!(event.flags & inotify::kDelete))
             continue;
-        for (const int subfolder : mWatches.subfoldersOf(event.watch, event.name))
-            batch.of(subfolder).isNameInDoubt = true;
+        for (const int subfolder : mWatches.subfoldersOf(event.watch, event.name)) {
+            RawChanges& changes = batch.of(subfolder);
+            changes.isNameInDoubt = changes.isNameRemoved = true;
+        }
     }
     for (auto& [watch, changes] : batch.changes) {
         for (const Token token : mWatches.entriesOf(watch)) {
             const Entry& entry = *mWatches.find(token);
-            Look& look = batch.looks.emplace_back(Look { token, watch, entry.state.status.device });
+            Look& look = batch.looks.emplace_back(Look { token, watch, entry.state.status, entry.folder });
             if (batch.hasLostEvents || changes.needsLook(entry.changes))
                 look.path = entry.path;
         }
@@ -249,7 +256,7 @@ void InotifyQueue::collect(
     for (const Token token : mWatches.liveEntries()) {
         const Entry& entry = *mWatches.find(token);
         if (!batch.find(entry.watch))
-            batch.looks.push_back({ token, entry.watch, entry.state.status.device, entry.path });
+            batch.looks.push_back({ token, entry.watch, entry.state.status, entry.folder, entry.path });
     }
 }
 
@@ -259,13 +266,26 @@ void InotifyQueue::lookAtPaths(Batch& batch)
     if (batch.hasLostEvents)
         batch.liveWatches = mSystem.liveWatches(mQueue);
     for (Look& look : batch.looks) {
-        FileStatus now;
-        if (!look.path.empty() && mSystem.status(look.path, now) >= 0)
-            look.now = now;
+        if (!look.path.empty())
+            lookAt(look);
         const RawChanges* raw = batch.find(look.watch);
-        if (raw && raw->isUnmounted() && !isKnownUnmounted(look.device))
-            mUnmountedDevices.push_back(look.device);
+        if (raw && raw->isUnmounted() && !isKnownUnmounted(look.object.device))
+            mUnmountedDevices.push_back(look.object.device);
     }
+}
+
+void InotifyQueue::lookAt(Look& look)
+{
+    FileStatus now;
+    const int failure = mSystem.status(look.path, now);
+    if (failure >= 0)
+        look.now = now;
+    if (failure >= 0 && now == look.object)
+        return;
+    FileStatus folder;
+    look.isAstray = (failure < 0 && failure != -ENOENT)
+        || (look.folder
+            && (mSystem.status(InotifyWatches::folderOf(look.path), folder) < 0 || folder != *look.folder));
 }
 
 std::vector<KernelQueue::Event> InotifyQueue::settle(Batch& batch)
@@ -295,7 +315,7 @@ std::uint32_t InotifyQueue::settle(const Look& look, Batch& batch, Entry& entry)
 {
     std::uint32_t changes = 0;
     if (const RawChanges* raw = batch.find(look.watch)) {
-        const VnodeReport report = vnodeChanges(*raw, entry.state, look.now);
+        const VnodeReport report = vnodeChanges(*raw, entry.state, look.now, look.isAstray);
         if (report.mustSettle)
             mDoubts.push_back({ look.token, std::chrono::steady_clock::now() + kSettlingTime });
         changes = report.changes;
@@ -318,7 +338,7 @@ WatchFate InotifyQueue::fateOf(const Look& look, const Batch& batch) const
     if (std::binary_search(batch.liveWatches->begin(), batch.liveWatches->end(), look.watch))
         return WatchFate::Alive;
     // A volume takes all its watches with it, and the news of most of them may be among what was lost.
-    return isKnownUnmounted(look.device) ? WatchFate::Unmounted : WatchFate::Dead;
+    return isKnownUnmounted(look.object.device) ? WatchFate::Unmounted : WatchFate::Dead;
 }
 
 bool InotifyQueue::isKnownUnmounted(std::uint64_t device) const

@@ -36,6 +36,7 @@ private:
     void collect(const std::vector<Doubt>& doubts, const std::vector<InotifyEvent>& events, Batch& batch)
         NS_EXCLUDES(mLock);
     void lookAtPaths(Batch& batch);
+    void lookAt(Look& look);
     std::vector<Event> settle(Batch& batch) NS_EXCLUDES(mLock);
     std::uint32_t settle(const Look& look, Batch& batch, Entry& entry) NS_REQUIRES(mLock);
     WatchFate fateOf(const Look& look, const Batch& batch) const;

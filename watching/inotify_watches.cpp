@@ -17,13 +17,16 @@ std::string_view lastName(std::string_view path)
 
 InotifyWatches::InotifyWatches(InotifySystem& system, int queue) : mSystem(system), mQueue(queue) { }
 
+std::string InotifyWatches::folderOf(const std::string& path)
+{
+    const std::string folder = path.substr(0, path.size() - lastName(path).size());
+    return folder.empty() ? "." : folder;
+}
+
 std::string InotifyWatches::parentToWatch(const Entry& entry)
 {
-    const std::string_view name = lastName(entry.path);
-    if (!entry.state.status.isFolder() || !(entry.changes & kVnodeDelete) || name.empty())
-        return {};
-    const std::string parent = entry.path.substr(0, entry.path.size() - name.size());
-    return parent.empty() ? "." : parent;
+    const bool leans = entry.state.status.isFolder() && (entry.changes & kVnodeDelete);
+    return leans && !lastName(entry.path).empty() ? folderOf(entry.path) : std::string();
 }
 
 void InotifyWatches::add(Token token, Entry entry, const std::string& parent)

@@ -26,11 +26,14 @@ public:
         int parentWatch = -1; ///< May be one that the kernel has given up; numbers are never used twice.
         std::uint32_t changes = 0;
         std::string path; ///< Where the object was when it was added, without symbolic links.
+        std::optional<FileIdentity> folder; ///< The one that the path is in; empty when it could not be seen.
         WatchedState state;
     };
 
     InotifyWatches(InotifySystem& system, int queue);
 
+    /// The path of the folder that a path is in.
+    static std::string folderOf(const std::string& path);
     /// The folder above an entry that leans on one; empty for the others.
     static std::string parentToWatch(const Entry& entry);
 

@@ -16,7 +16,7 @@ constexpr std::uint32_t kChildEvents =
 // system that never counts links is believed to have what it shows.
 bool isSameObject(const FileStatus& before, const FileStatus& now)
 {
-    return before.device == now.device && before.inode == now.inode && (now.links > 0 || before.links == 0);
+    return FileIdentity(before) == FileIdentity(now) && (now.links > 0 || before.links == 0);
 }
 
 bool hasOtherOwnerOrMode(const FileStatus& before, const FileStatus& now)
@@ -124,7 +124,8 @@ bool RawChanges::needsLook(std::uint32_t changes) const
     return (flags & inotify::kModify) && (changes & kVnodeExtend);
 }
 
-VnodeReport vnodeChanges(const RawChanges& raw, WatchedState& state, const std::optional<FileStatus>& look)
+VnodeReport vnodeChanges(
+    const RawChanges& raw, WatchedState& state, const std::optional<FileStatus>& look, bool isAstray)
 {
     const FileStatus* now = look && isSameObject(state.status, *look) ? &*look : nullptr;
     Accounting accounting { raw, state, now };
@@ -140,7 +141,8 @@ VnodeReport vnodeChanges(const RawChanges& raw, WatchedState& state, const std::
         return report;
     }
     const bool looksForName = raw.isNameInDoubt || accounting.has(inotify::kAttrib);
-    if (raw.hasEnded() || (looksForName && state.isNamed && !now)) {
+    const bool isTrusted = state.isNamed && (!isAstray || raw.isNameRemoved);
+    if (raw.hasEnded() || (looksForName && isTrusted && !now)) {
         report.changes |= deleteOnce(state);
         state.isNamed = false;
     } else if (accounting.has(inotify::kAttrib)) {

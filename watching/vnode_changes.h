@@ -19,10 +19,16 @@ enum VnodeChange : std::uint32_t {
     kVnodeRevoke = 0x40,
 };
 
-/// One look at a file or folder.
-struct FileStatus {
+/// What tells a file or folder from all others that are there at the time.
+struct FileIdentity {
     std::uint64_t device = 0;
     std::uint64_t inode = 0;
+
+    bool operator==(const FileIdentity&) const = default;
+};
+
+/// One look at a file or folder.
+struct FileStatus : FileIdentity {
     std::uint64_t size = 0;
     std::int64_t modified = 0; ///< Time of the last write, in nanoseconds.
     std::int64_t changed = 0; ///< Time of the last change of any kind, in nanoseconds.
@@ -52,6 +58,7 @@ struct RawChanges {
     /// Whether the path still leads to the object is in doubt: the folder above has told that the name was
     /// removed, or a link went away a moment ago.
     bool isNameInDoubt = false;
+    bool isNameRemoved = false; ///< It is the folder above that has told so.
     std::vector<std::uint32_t> subfoldersMovedOut; ///< Cookies of moves whose second half has not come yet.
 
     /// Takes in an event about the object, or about a child of it when it is a folder.
@@ -76,12 +83,15 @@ struct VnodeReport {
 };
 
 /// What the events of one read mean for one path. `look` is what is at the path, seen after the read, empty
-/// when nothing is there or no look was needed; `state` is brought up to date.
+/// when nothing is there or no look was needed; `state` is brought up to date. `isAstray` tells that the path
+/// does not lead into the folder that the object was added from, as when that was moved: then what is found
+/// there, or not found, says nothing of the object.
 ///
 /// The kernel's events say less than they seem to: a file that somebody holds open tells of its removal only
 /// by a change of attributes, a removed folder may tell nothing at all, and neither growth nor link counts
 /// are told apart. So the look decides.
-VnodeReport vnodeChanges(const RawChanges& raw, WatchedState& state, const std::optional<FileStatus>& look);
+VnodeReport vnodeChanges(
+    const RawChanges& raw, WatchedState& state, const std::optional<FileStatus>& look, bool isAstray = false);
 
 /// What is known of a kernel watch after events were lost.
 enum class WatchFate { Alive, Dead, Unmounted, Unknown };

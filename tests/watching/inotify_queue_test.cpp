@@ -287,6 +287,31 @@ TEST_F(InotifyQueueTest, LooksInVainWhenTheSystemGivesNoStatus)
     EXPECT_EQ(wait(), "1:WRITE");
 }
 
+TEST_F(InotifyQueueTest, TakesAPathThatCannotBeLookedAtForNoDeletion)
+{
+    system.make("/a");
+    add("/a");
+    system.failures["status"] = EACCES;
+    system.send(1, inotify::kAttrib);
+    EXPECT_EQ(wait(), "1:ATTRIB");
+    system.failures.clear();
+    system.files.erase("/a");
+    system.send(1, inotify::kAttrib);
+    EXPECT_EQ(wait(), "1:DELETE");
+}
+
+TEST_F(InotifyQueueTest, TakesAFolderThatIsGoneForNoDeletionOfWhatWasInIt)
+{
+    system.make("/d/", FakeInotify::kFolder);
+    system.make("/d/a");
+    add("/d/a");
+    system.files.clear();
+    system.send(2, inotify::kAttrib);
+    EXPECT_EQ(wait(), "1:ATTRIB");
+    system.send(2, inotify::kDeleteSelf);
+    EXPECT_EQ(wait(), "1:DELETE");
+}
+
 TEST_F(InotifyQueueTest, TellsItsDescriptorUntilItIsClosed)
 {
     EXPECT_EQ(queue->descriptor(), 100);

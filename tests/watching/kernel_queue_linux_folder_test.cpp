@@ -67,6 +67,19 @@ TEST_P(KernelQueueFolderTest, ReportsTheRemovalOfAFullFolder)
     EXPECT_EQ(report(token), "WRITE DELETE");
 }
 
+TEST_P(KernelQueueFolderTest, TakesNoChangeOfAttributesInAMovedFolderForARemoval)
+{
+    fs::create_directories(path("above/folder"));
+    const Token token = add("above/folder");
+    fs::rename(path("above"), path("moved"));
+    ASSERT_EQ(chmod(path("moved/folder").c_str(), 0700), 0);
+    EXPECT_EQ(report(token), "ATTRIB");
+    const int held = open(path("moved/folder").c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    fs::remove(path("moved/folder"));
+    EXPECT_EQ(report(token), "DELETE");
+    close(held);
+}
+
 TEST_P(KernelQueueFolderTest, ReportsTheRemovalOfAFolderThatIsHeldOpen)
 {
     fs::create_directory(path("dir"));

@@ -85,6 +85,58 @@ TEST_P(KernelQueueTest, FollowsAFileWhoseFolderIsRenamed)
     EXPECT_EQ(report(token), "WRITE");
 }
 
+TEST_P(KernelQueueTest, TakesNoChangeOfAttributesInAMovedFolderForADeletion)
+{
+    fs::create_directory(path("above"));
+    writeFile(path("above/file"), "");
+    const Token token = add("above/file");
+    fs::rename(path("above"), path("moved"));
+    ASSERT_EQ(chmod(path("moved/file").c_str(), 0600), 0);
+    EXPECT_EQ(report(token), "ATTRIB");
+    fs::remove(path("moved/file"));
+    EXPECT_EQ(report(token), "DELETE");
+}
+
+TEST_P(KernelQueueTest, TakesTheFileInTheFolderThatStandsInAMovedOnesPlaceForAnother)
+{
+    fs::create_directory(path("above"));
+    writeFile(path("above/file"), "");
+    const Token token = add("above/file");
+    fs::rename(path("above"), path("moved"));
+    fs::create_directory(path("above"));
+    writeFile(path("above/file"), "");
+    ASSERT_EQ(chmod(path("moved/file").c_str(), 0600), 0);
+    EXPECT_EQ(report(token), "ATTRIB");
+}
+
+TEST_P(KernelQueueTest, TrustsThePathAgainWhenTheFolderIsMovedBack)
+{
+    fs::create_directory(path("above"));
+    writeFile(path("above/file"), "");
+    const Token token = add("above/file");
+    fs::rename(path("above"), path("moved"));
+    ASSERT_EQ(chmod(path("moved/file").c_str(), 0600), 0);
+    EXPECT_EQ(report(token), "ATTRIB");
+    fs::rename(path("moved"), path("above"));
+    const int held = open(path("above/file").c_str(), O_WRONLY | O_CLOEXEC);
+    fs::remove(path("above/file"));
+    EXPECT_EQ(report(token), "DELETE");
+    close(held);
+}
+
+// Deliberate: nothing leads to the object any more, and the kernel tells of its end alone.
+TEST_P(KernelQueueTest, ReportsTheDeletionOfARenamedFileThatIsHeldOpenOnlyAtItsEnd)
+{
+    const Token token = add("file");
+    fs::rename(path("file"), path("other"));
+    EXPECT_EQ(report(token), "RENAME");
+    const int held = open(path("other").c_str(), O_WRONLY | O_CLOEXEC);
+    fs::remove(path("other"));
+    EXPECT_EQ(report(token), "ATTRIB");
+    close(held);
+    EXPECT_EQ(report(token), "DELETE");
+}
+
 TEST_P(KernelQueueTest, ReportsADeletionOnce)
 {
     const Token token = add("file");
