@@ -30,8 +30,10 @@ public:
     /// extensions come without a full stop. The first scan runs at the next turn of the main thread's loop. A
     /// folder that cannot be watched gets that scan and no other. A null folder makes nothing, and every scan
     /// of it finds nothing; a null extension matches no file.
-    /// Deliberate: the selector has a small f.
-    /// Selector: initWithFolder:completedfileType:incompleteFileType:
+    ///
+    /// Deliberate: the folder is made by the path as stringByStandardizingPath gives it, but watched and
+    /// scanned by the path as it is given here; a "~" or an "x/.." without an x leads nowhere then. The
+    /// selector has a small f. Selector: initWithFolder:completedfileType:incompleteFileType:
     static NSRef<LUMIncomingFolderWatcher> initWithFolder(const NSRef<NSString>& folderPath,
         const NSRef<NSString>& completedFileType, const NSRef<NSString>& incompleteFileType);
 

@@ -122,6 +122,18 @@ TEST_F(LUMIncomingFolderWatcherTest, StandardisesThePathThatItMakes)
     EXPECT_FALSE(std::filesystem::exists(folder / "x"));
 }
 
+TEST_F(LUMIncomingFolderWatcherTest, DeliberatelyScansThePathAsItWasGiven)
+{
+    const auto watcher = watch(folder / "x/../y");
+    ASSERT_TRUE(watcher);
+    writeFile(folder / "y/a.complete", "");
+    watcher->scanFolder();
+    EXPECT_EQ(files->take(), Files()) << "there is no x for the system to pass through";
+    std::filesystem::create_directory(folder / "x");
+    watcher->scanFolder();
+    EXPECT_EQ(files->take(), Files { "complete " + (folder / "x/../y/a.complete") });
+}
+
 TEST_F(LUMIncomingFolderWatcherTest, DeliberatelyTakesTheFirstComponentOfAPathForGranted)
 {
     const auto before = std::filesystem::current_path();
