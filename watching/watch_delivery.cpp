@@ -1,7 +1,8 @@
 #include "watching/watch_delivery.h"
 
-#include "LUMFoundation/OVFileWatcher.h"
+#include "LUMFoundation/OVKQueue.h"
 #include "LUMFoundation/OVMainThreadProxy.h"
+#include "LUMPlatform/NSClass.h"
 #include "LUMPlatform/NSDictionary.h"
 #include "LUMPlatform/NSNotificationCenter.h"
 #include "LUMPlatform/NSSend.h"
@@ -31,6 +32,12 @@ constexpr ReportName kReportNames[] = {
     { kVnodeRevoke, OVFileWatcherAccessRevocationNotification },
 };
 
+NSSelector postSelector()
+{
+    static const NSSelector selector("postNotification:forFile:");
+    return selector;
+}
+
 }
 
 WatchDelivery::WatchDelivery(NSWeak<NSObject> watcher) : mWatcher(std::move(watcher)) { }
@@ -59,9 +66,24 @@ void WatchDelivery::deliverChanges(const NSRef<NSString>& path, std::uint32_t ch
 {
     NSWorkspace::sharedWorkspace()->noteFileSystemChanged(path);
     for (const ReportName& report : kReportNames) {
-        if (changes & report.change)
+        if (!(changes & report.change))
+            continue;
+        if (const NSId watcher = watcherWithOwnDelivery())
+            NSSend(watcher, postSelector(), NSRef<NSString>(report.name), path);
+        else
             deliver(report.name, path);
     }
+}
+
+/// The watcher if its class has a method of its own for reports; null for others, which may end while a
+/// report of theirs is under way.
+NSId WatchDelivery::watcherWithOwnDelivery() const
+{
+    NSId watcher = mWatcher.get();
+    const bool isOwn = watcher
+        && watcher->isa().instanceMethod(postSelector())
+            != OVKQueue::classObject().instanceMethod(postSelector());
+    return isOwn ? watcher : nullptr;
 }
 
 void WatchDelivery::deliver(const NSRef<NSString>& name, const NSRef<NSString>& path)

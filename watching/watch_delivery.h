@@ -19,13 +19,15 @@ public:
     bool alwaysNotify() const { return mAlwaysNotify; }
     void setAlwaysNotify(bool alwaysNotify) { mAlwaysNotify = alwaysNotify; }
 
-    /// One report for each of the VnodeChange bits, in the fixed order.
+    /// One report for each of the VnodeChange bits, in the fixed order, by the watcher's
+    /// `postNotification:forFile:`.
     void deliverChanges(const NSRef<NSString>& path, std::uint32_t changes);
-    /// One report: the delegate's message on the main thread, for which this waits; then, when there is no
-    /// delegate or both are wanted, a notification, here. Raises what the delegate raises.
+    /// What that does: the delegate's message on the main thread, for which this waits; then, when there is
+    /// no delegate or both are wanted, a notification, here. Raises what the delegate raises.
     void deliver(const NSRef<NSString>& name, const NSRef<NSString>& path);
 
 private:
+    NSId watcherWithOwnDelivery() const;
     NSId delegateProxy() const NS_EXCLUDES(mLock);
     bool tellDelegate(const NSRef<NSString>& name, const NSRef<NSString>& path);
 

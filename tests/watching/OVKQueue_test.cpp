@@ -253,6 +253,38 @@ TEST_F(OVKQueueTest, AsksAnOverridingSubclassByEveryWay)
     EXPECT_EQ(subclass->said, "addPath(/b) removePathFromQueue(/b) ");
 }
 
+/// Writes its reports down before it makes them.
+class OwnReports : public OVKQueue {
+public:
+    static const NSClass& classObject()
+    {
+        static constexpr NSMethod kMethods[] = {
+            NSMethodOf<"postNotification:forFile:", &OwnReports::post>()
+        };
+        static const NSClass& type = NSClass::define("OwnReports", &OVKQueue::classObject(), kMethods);
+        return type;
+    }
+    explicit OwnReports(std::unique_ptr<KernelQueue> queue) : OVKQueue(std::move(queue)) { }
+
+    void post(const NSRef<NSString>& name, const NSRef<NSString>& path)
+    {
+        said += path->utf8() + (NSThread::isMainThread() ? "@main " : "@other ");
+        postNotification(name, path);
+    }
+    std::string said; // read once what follows it has been heard
+};
+
+TEST_F(OVKQueueTest, ReportsByAMethodThatADerivedClassHasOfItsOwn)
+{
+    const auto changes = std::make_shared<FakeKernelQueue::Control>();
+    const auto own = NSMake<OwnReports>(std::make_unique<FakeKernelQueue>(changes));
+    own->setDelegate(listener);
+    own->addPath("/b");
+    changes->send({ { "/b", kVnodeRename | kVnodeWrite } });
+    EXPECT_EQ(storyWith("Written"), "told@main(FileRenamed, /b) told@main(FileWrittenTo, /b) ");
+    EXPECT_EQ(own->said, "/b@other /b@other ");
+}
+
 TEST_F(OVKQueueTest, IsAFileWatcher)
 {
     EXPECT_TRUE(NSCast<OVFileWatcher>(NSId(watcher)) == watcher);
