@@ -76,8 +76,9 @@ NSId realFromXml(std::string_view text)
     const char* end = rest.data() + rest.size();
     const bool hasPlus = rest.starts_with('+');
     const std::string_view digits = hasPlus ? rest.substr(1) : rest;
-    const char first = digits.empty() ? ' ' : digits[0];
-    const bool beginsANumber = (first >= '0' && first <= '9') || first == '.' || (first == '-' && !hasPlus);
+    const std::string_view unsignedDigits = digits.substr(!hasPlus && digits.starts_with('-'));
+    const char first = unsignedDigits.empty() ? ' ' : unsignedDigits[0];
+    const bool beginsANumber = (first >= '0' && first <= '9') || first == '.';
     if (beginsANumber) {
         const auto [stop, problem] = std::from_chars(digits.data(), end, value);
         if (stop == end && problem == std::errc())

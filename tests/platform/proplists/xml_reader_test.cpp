@@ -46,7 +46,8 @@ TEST_F(XmlReaderTest, ReadsReals)
     EXPECT_THAT(value("<real>+infinity</real>"), Equals(infinity));
     EXPECT_THAT(value("<real>-INF</real>"), Equals(-infinity));
     EXPECT_THAT(value("<real>NaN</real>"), Equals(std::numeric_limits<double>::quiet_NaN()));
-    for (const char* text : { "", "x", "1,5", "1 ", "0x10", "+", "infinite", "nan(1)", "++1", "+-1" })
+    for (const char* text :
+        { "", "x", "1,5", "1 ", "0x10", "+", "infinite", "nan(1)", "+nan", "-nan", "-nan(1)", "++1", "+-1" })
         EXPECT_NE(fault(std::string("<real>") + text + "</real>"), "no error") << text;
 }
 
