@@ -11,7 +11,7 @@
 #include "data/plist_fault.h"
 
 #include <optional>
-#include <unordered_set>
+#include <unordered_map>
 
 namespace {
 
@@ -35,7 +35,7 @@ public:
                 continue;
             }
             const bool result = container.result;
-            mHeld.erase(container.object.get());
+            mMet[container.object.get()] = kDone;
             mOpen.pop_back();
             if (mOpen.empty())
                 return result;
@@ -53,10 +53,15 @@ private:
         bool result = true;
     };
 
+    enum Progress : bool { kOpen, kDone };
+
     void enter(const NSId& object)
     {
-        if (!mHeld.insert(object.get()).second)
+        const auto [met, isNew] = mMet.emplace(object.get(), kOpen);
+        if (!isNew && met->second == kOpen)
             lum::raiseNotPlistable(object);
+        if (!isNew)
+            return; // it has answered true, or nothing more would be asked
         Container container { object, NSCast<NSArray>(object), NSCast<NSDictionary>(object), {}, {} };
         if (container.array)
             container.element = container.array->begin();
@@ -92,7 +97,8 @@ private:
     }
 
     std::vector<Container> mOpen;
-    std::unordered_set<const NSObject*> mHeld; // the open ones
+    // Graphs that share containers have as many ways through them as they like, so each is asked once.
+    std::unordered_map<const NSObject*, Progress> mMet;
 };
 
 bool isPlistableObject(const NSId& object)

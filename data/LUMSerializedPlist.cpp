@@ -10,9 +10,14 @@
 #include "core/method_tables.h"
 #include "data/plist_fault.h"
 
-#include <unordered_set>
+#include <algorithm>
+#include <optional>
+#include <unordered_map>
 
 namespace {
+
+// A graph of a few hundred bytes can share its containers so often that its values fill any memory.
+constexpr NSUInteger kMostRepeatedBytes = NSUInteger { 1 } << 27;
 
 NSRef<NSData> bytesOfLeaf(const NSId& leaf)
 {
@@ -35,7 +40,7 @@ public:
         while (!mOpen.empty()) {
             Container& container = mOpen.back();
             if (container.next == container.list->end()) {
-                mHeld.erase(container.object.get());
+                mMet[container.object.get()].end = mBytes->length();
                 mOpen.pop_back();
                 continue;
             }
@@ -50,6 +55,11 @@ public:
     }
 
 private:
+    /// What a container has become in the bytes.
+    struct Range {
+        NSUInteger begin = 0;
+        std::optional<NSUInteger> end {}; // while it is not open
+    };
     struct Container {
         NSId object;
         NSRef<NSDictionary> dictionary; // null for an array
@@ -59,20 +69,42 @@ private:
 
     void enter(const NSId& object)
     {
-        if (!mHeld.insert(object.get()).second)
-            lum::raiseNotSerializable(*object);
+        const auto [met, isNew] = mMet.emplace(object.get(), Range { mBytes->length() });
+        if (!isNew)
+            return repeat(met->second, *object);
         auto dictionary = NSCast<NSDictionary>(object);
         auto list = dictionary ? sortedKeys(*dictionary) : NSCast<NSArray>(object);
         const auto first = list->begin();
         mOpen.push_back({ object, std::move(dictionary), std::move(list), first });
     }
 
+    void repeat(const Range& range, const NSObject& object)
+    {
+        if (!range.end)
+            lum::raiseNotSerializable(object); // it holds itself
+        const NSUInteger length = *range.end - range.begin;
+        mRepeated += length;
+        if (mRepeated > kMostRepeatedBytes)
+            lum::raiseNotSerializable(object);
+        const NSUInteger before = mBytes->length();
+        mBytes->setLength(before + length);
+        const auto bytes = mBytes->mutableBytes();
+        std::ranges::copy(
+            bytes.subspan(range.begin, length), bytes.begin() + static_cast<std::ptrdiff_t>(before));
+    }
+
     static NSRef<NSArray> sortedKeys(const NSDictionary& dictionary)
     {
         static const NSSelector compare("compare:");
-        for (const NSDictionary::Entry& entry : dictionary)
+        std::vector<NSId> keys;
+        keys.reserve(dictionary.count());
+        for (const NSDictionary::Entry& entry : dictionary) {
             lum::requireStringAsKey(entry.key, dictionary);
-        return dictionary.allKeys()->sortedArrayUsingSelector(compare);
+            keys.push_back(entry.key);
+        }
+        // Two keys may compare as the same text in two forms: then their code units decide.
+        std::ranges::sort(keys, {}, [](const NSId& key) { return NSCast<NSString>(key)->characters(); });
+        return NSArray::arrayWithObjects(std::move(keys))->sortedArrayUsingSelector(compare);
     }
 
     void meet(const NSId& object)
@@ -87,7 +119,8 @@ private:
     }
 
     std::vector<Container> mOpen;
-    std::unordered_set<const NSObject*> mHeld; // the open ones
+    std::unordered_map<const NSObject*, Range> mMet;
+    NSUInteger mRepeated = 0;
     NSRef<NSMutableData> mBytes;
 };
 

@@ -120,6 +120,14 @@ TEST_F(LUMPlistableTest, AContainerThatIsChangedMeanwhileRaises)
     EXPECT_EQ(nameRaisedBy([&] { return isPlistable(dictionary); }), "NSGenericException");
 }
 
+TEST_F(LUMPlistableTest, AContainerInManyPlacesIsAskedOnce)
+{
+    NSRef<NSArray> shared = NSArray::of("a");
+    for (int level = 0; level < 100; ++level)
+        shared = NSArray::of(shared, NSDictionary::of({ { "key", shared } }));
+    EXPECT_TRUE(isPlistable(shared));
+}
+
 TEST_F(LUMPlistableTest, DepthTakesNoStack)
 {
     NSId nested = "x";

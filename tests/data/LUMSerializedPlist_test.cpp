@@ -67,6 +67,39 @@ TEST_F(LUMSerializedPlistTest, TheOrderOfBuildingDoesNotCount)
         bytes(NSDictionary::of({ { "b", 2 }, { "a", 1 } })));
 }
 
+TEST_F(LUMSerializedPlistTest, TheOrderOfBuildingDoesNotCountForTwoFormsOfOneText)
+{
+    const NSRef<NSString> composed = u"\x00e9";
+    const NSRef<NSString> decomposed = u"e\x0301";
+    auto there = NSMutableDictionary::dictionary();
+    there->setObject(1, composed);
+    there->setObject(2, decomposed);
+    auto back = NSMutableDictionary::dictionary();
+    back->setObject(2, decomposed);
+    back->setObject(1, composed);
+    EXPECT_EQ(bytes(there), bytes(2) + bytes(1));
+    EXPECT_EQ(bytes(back), bytes(there));
+}
+
+TEST_F(LUMSerializedPlistTest, AContainerInTwoPlacesIsWrittenTwice)
+{
+    const auto shared = NSArray::of("a", NSArray::of(1));
+    EXPECT_EQ(
+        bytes(NSArray::of(shared, 2, shared)), bytes("a") + bytes(1) + bytes(2) + bytes("a") + bytes(1));
+}
+
+TEST_F(LUMSerializedPlistTest, ContainersThatAreSharedBeyondAllMeasureRaise)
+{
+    NSRef<NSArray> empty = NSArray::array();
+    NSRef<NSArray> full = NSArray::of("a");
+    for (int level = 0; level < 100; ++level) {
+        empty = NSArray::of(empty, empty);
+        full = NSArray::of(full, full);
+    }
+    EXPECT_EQ(bytes(empty), "");
+    EXPECT_THROW(bytes(full), NSException);
+}
+
 TEST_F(LUMSerializedPlistTest, DeliberatelyKeysAreNotWritten)
 {
     EXPECT_EQ(bytes(NSDictionary::of({ { "a", 1 }, { "b", 2 } })),
