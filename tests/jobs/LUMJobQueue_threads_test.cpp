@@ -5,7 +5,6 @@
 #include "LUMPlatform/NSArray.h"
 #include "LUMPlatform/NSError.h"
 #include "tests/fixture.h"
-#include "tests/jobs/recorder.h"
 
 #include <atomic>
 #include <condition_variable>
@@ -267,79 +266,6 @@ TEST_F(LUMJobQueueThreadsTest, ItsDelegateGoesAwayWhileItsJobsReport)
     workers.finish();
     EXPECT_FALSE(queue->delegate());
     EXPECT_EQ(queue->numberOfJobs(), 0u);
-}
-
-struct LUMJobQueueStartingTest : ObjectTest {
-    LUMJobQueueStartingTest()
-    {
-        queue->setDelegate(recorder);
-        for (const auto& job : { a, b, c })
-            queue->addJob(job);
-    }
-    void startNextOnAnotherThread()
-    {
-        std::thread other([this] { queue->startNextJobIfNeeded(); });
-        other.join();
-    }
-
-    NSRef<LUMJobQueue> queue = NSMake<LUMJobQueue>();
-    NSRef<Recorder> recorder = NSMake<Recorder>();
-    NSRef<NamedJob> a = NSMake<NamedJob>("a");
-    NSRef<NamedJob> b = NSMake<NamedJob>("b");
-    NSRef<NamedJob> c = NSMake<NamedJob>("c");
-};
-
-TEST_F(LUMJobQueueStartingTest, PassesOverAJobThatAnotherThreadIsStarting)
-{
-    queue->setMaxConcurrentJobs(2);
-    a->onStart = [this] {
-        startNextOnAnotherThread();
-        return a->reportStart();
-    };
-    queue->startNextJobIfNeeded();
-    EXPECT_EQ(recorder->take(), "start(b) start(a) ");
-}
-
-TEST_F(LUMJobQueueStartingTest, CountsAJobThatAnotherThreadIsStarting)
-{
-    a->onStart = [this] {
-        startNextOnAnotherThread(); // the maximum is 1
-        return a->reportStart();
-    };
-    queue->startNextJobIfNeeded();
-    EXPECT_EQ(recorder->take(), "start(a) ");
-}
-
-TEST_F(LUMJobQueueStartingTest, StartsInItsPlaceWhatAnotherThreadLeftToIt)
-{
-    a->onStart = [this] {
-        startNextOnAnotherThread();
-        return false;
-    };
-    queue->startNextJobIfNeeded();
-    EXPECT_EQ(recorder->take(), "start(b) ");
-}
-
-TEST_F(LUMJobQueueStartingTest, HeedsTheHigherMaximumOfAThreadThatLeftItsWork)
-{
-    a->onStart = [this] {
-        queue->setMaxConcurrentJobs(2);
-        startNextOnAnotherThread(); // starts b, and leaves the second place to a
-        return false;
-    };
-    queue->startNextJobIfNeeded();
-    EXPECT_EQ(recorder->take(), "start(b) start(c) ");
-}
-
-TEST_F(LUMJobQueueStartingTest, CancelsAJobThatAnotherThreadIsStarting)
-{
-    a->onStart = [this] {
-        std::thread other([this] { queue->cancelJob(a); });
-        other.join();
-        return a->reportStart();
-    };
-    queue->startNextJobIfNeeded();
-    EXPECT_EQ(recorder->take(), "cancel(a) start(b) start(a) ");
 }
 
 }
