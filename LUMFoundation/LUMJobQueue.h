@@ -75,7 +75,9 @@ public:
 
     /// Starts pending jobs, the first added first, while fewer than the maximum are active. Each gets the
     /// queue's priority. A job whose start() answers false is dropped and the delegate not told; one whose
-    /// start() answers true without having reported is started again and again.
+    /// start() answers true without having reported is started again and again. One whose start() raises
+    /// stays pending, and the exception passes here. A call that finds the next job being started by another
+    /// thread leaves its work to that thread's call and returns; an exception there does not end that work.
     /// Selector: startNextJobIfNeeded
     virtual void startNextJobIfNeeded();
 
@@ -119,6 +121,8 @@ protected:
 private:
     class Fields;
 
+    void startJobs(lum::StartCall& call);
+    void startLeftJobs(lum::StartCall& call);
     NSRef<LUMJob> nextJobToStart(lum::StartCall& call);
 
     const std::unique_ptr<Fields> mFields;

@@ -143,11 +143,32 @@ void LUMJobQueue::startNextJobIfNeeded()
     lum::StartCall call(mFields->schedule, maxConcurrentJobs());
     if (call.isLeftToOuterCall())
         return;
+    try {
+        startJobs(call);
+    } catch (...) {
+        startLeftJobs(call);
+        throw;
+    }
+}
+
+void LUMJobQueue::startJobs(lum::StartCall& call)
+{
     // Deliberate: a job that answers true without reporting its start stays pending, and so is started again.
     while (NSRef<LUMJob> job = nextJobToStart(call)) {
         job->setPriority(priority());
-        job->setDelegate(kept);
+        job->setDelegate(NSShare(this));
         call.ended(*job, job->start());
+    }
+}
+
+/// Does what other calls, which have returned, left to one that has raised.
+void LUMJobQueue::startLeftJobs(lum::StartCall& call)
+{
+    while (call.takeLeftWork()) {
+        try {
+            startJobs(call);
+        } catch (...) { // only one exception can reach the caller, and that is the first
+        }
     }
 }
 

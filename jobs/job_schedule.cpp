@@ -104,7 +104,7 @@ StartCall::StartCall(JobSchedule& schedule, NSUInteger maximum)
         mDepth = around->mDepth + 1;
     if (isLeftToOuterCall()) {
         platform::MutexLock lock(mSchedule.mLock);
-        leaveTo(*around);
+        around->mLeftInside = std::max(around->mLeftInside, maximum);
     }
     tInnermost = this;
 }
@@ -112,10 +112,6 @@ StartCall::StartCall(JobSchedule& schedule, NSUInteger maximum)
 StartCall::~StartCall()
 {
     tInnermost = mOuter;
-    if (mIsStarting) { // the job's start raised
-        platform::MutexLock lock(mSchedule.mLock);
-        withdraw();
-    }
 }
 
 std::optional<NSRef<LUMJob>> StartCall::begin(NSUInteger active)
@@ -134,13 +130,12 @@ std::optional<NSRef<LUMJob>> StartCall::begin(NSUInteger active)
     if (!job) {
         for (StartCall* call : mSchedule.mStarting) {
             if (call->mThread != mThread)
-                leaveTo(*call);
+                call->mLeftElsewhere = std::max(call->mLeftElsewhere, mMaximum);
         }
         return job;
     }
     mSchedule.mStarting.push_back(this);
     mJob = job.get();
-    mIsStarting = true;
     mSchedule.mChanges.fetch_add(1, std::memory_order_release);
     return job;
 }
@@ -152,20 +147,21 @@ void StartCall::ended(const LUMJob& job, bool hasStarted)
     if (!hasStarted)
         mSchedule.noLongerPending(job);
     mSchedule.countAgain();
-    mMaximum = std::max(mMaximum, std::exchange(mWanted, 0));
+    mMaximum = std::max({ mMaximum, mLeftElsewhere, std::exchange(mLeftInside, 0) });
 }
 
-/// The other call looks again once its job's start has returned.
-void StartCall::leaveTo(StartCall& other)
+bool StartCall::takeLeftWork()
 {
-    other.mWanted = std::max(other.mWanted, mMaximum);
+    platform::MutexLock lock(mSchedule.mLock);
+    withdraw();
+    mMaximum = std::max(std::exchange(mLeftElsewhere, 0), std::exchange(mLeftInside, 0));
+    return mMaximum > 0;
 }
 
 void StartCall::withdraw()
 {
     std::erase(mSchedule.mStarting, this);
     mJob = nullptr;
-    mIsStarting = false;
 }
 
 }

@@ -63,7 +63,7 @@ public:
     static constexpr unsigned kMaxDepth = 32;
 
     StartCall(JobSchedule& schedule, NSUInteger maximum);
-    ~StartCall();
+    ~StartCall(); ///< After an exception takeLeftWork() comes first.
     StartCall(const StartCall&) = delete;
     StartCall& operator=(const StartCall&) = delete;
 
@@ -81,20 +81,24 @@ public:
     std::optional<NSRef<LUMJob>> begin(NSUInteger active);
     /// The start of the picked job has returned. One that refused is no longer pending.
     void ended(const LUMJob& job, bool hasStarted);
+    /// To be called when anything has raised, which ends this call's own work: whether others left theirs to
+    /// it, which it then does by looking and beginning again, up to their maximum.
+    bool takeLeftWork();
 
 private:
     friend class JobSchedule;
 
-    void leaveTo(StartCall& other) NS_REQUIRES(mSchedule.mLock);
     void withdraw() NS_REQUIRES(mSchedule.mLock);
 
     JobSchedule& mSchedule;
     StartCall* mOuter; // the call, for any queue, around this one
     unsigned mDepth = 0; // of calls for this queue on this thread
     NSUInteger mMaximum;
-    NSUInteger mWanted = 0; // the maximum of calls that left their work to this one; guarded by the lock
+    // The maximum of calls that left their work to this one, guarded by the lock. What a call from inside the
+    // job's start left is this call's own work once the start has returned; another thread's never is.
+    NSUInteger mLeftInside = 0;
+    NSUInteger mLeftElsewhere = 0;
     const LUMJob* mJob = nullptr; // being started and still pending; guarded by the lock
-    bool mIsStarting = false;
     const void* mThread;
     std::uint64_t mSeen = 0;
 };

@@ -227,6 +227,26 @@ TEST_F(LUMJobQueueCallsTest, GoesOnAfterAStartThatRaises)
     EXPECT_EQ(recorder->take(), "start(a) ");
 }
 
+TEST_F(LUMJobQueueCallsTest, StartsAllOfManyJobsThatEndInsideTheirStartAndThenRaise)
+{
+    constexpr NSUInteger kJobs = 100; // more than nest
+    auto many = NSMake<LUMJobQueue>();
+    NSUInteger starts = 0;
+    for (NSUInteger i = 0; i < kJobs; ++i) {
+        auto raising = NSMake<NamedJob>("raising");
+        raising->onStart = [&starts, &job = *raising]() -> bool {
+            ++starts;
+            job.reportStart();
+            job.jobDidComplete();
+            throw NSException(NSRangeException, "no");
+        };
+        many->addJob(raising);
+    }
+    EXPECT_THROW(many->startNextJobIfNeeded(), NSException);
+    EXPECT_EQ(starts, kJobs);
+    EXPECT_EQ(many->numberOfJobs(), 0u);
+}
+
 TEST_F(LUMJobQueueCallsTest, GivesTheLockBackWhenADelegateRaises)
 {
     queue->startNextJobIfNeeded();

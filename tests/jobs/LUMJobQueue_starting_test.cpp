@@ -2,6 +2,8 @@
 
 #include "LUMFoundation/LUMJobQueue.h"
 
+#include "LUMPlatform/NSException.h"
+#include "LUMPlatform/NSString.h"
 #include "tests/fixture.h"
 #include "tests/jobs/recorder.h"
 
@@ -80,6 +82,63 @@ TEST_F(LUMJobQueueStartingTest, CancelsAJobThatAnotherThreadIsStarting)
     };
     queue->startNextJobIfNeeded();
     EXPECT_EQ(recorder->take(), "cancel(a) start(b) start(a) ");
+}
+
+TEST_F(LUMJobQueueStartingTest, StartsWhatAnotherThreadLeftToAStartThatRaises)
+{
+    a->onStart = [this]() -> bool {
+        a->onStart = nullptr;
+        startNextOnAnotherThread(); // leaves its work here
+        throw NSException(NSRangeException, "no");
+    };
+    EXPECT_THROW(queue->startNextJobIfNeeded(), NSException);
+    EXPECT_EQ(recorder->take(), "start(a) ");
+    EXPECT_EQ(queue->numberOfPendingJobs(), 2u);
+}
+
+TEST_F(LUMJobQueueStartingTest, RemembersWhatAnotherThreadLeftUntilALaterStartRaises)
+{
+    a->onStart = [this] {
+        startNextOnAnotherThread();
+        return false;
+    };
+    b->onStart = [this]() -> bool {
+        b->onStart = nullptr;
+        throw NSException(NSRangeException, "no");
+    };
+    EXPECT_THROW(queue->startNextJobIfNeeded(), NSException);
+    EXPECT_EQ(recorder->take(), "start(b) ");
+}
+
+TEST_F(LUMJobQueueStartingTest, StartsNoMoreThanTheOtherThreadWantedAfterAStartThatRaises)
+{
+    queue->setMaxConcurrentJobs(3);
+    a->onStart = [this]() -> bool {
+        a->onStart = nullptr;
+        queue->setMaxConcurrentJobs(1);
+        startNextOnAnotherThread();
+        throw NSException(NSRangeException, "no");
+    };
+    EXPECT_THROW(queue->startNextJobIfNeeded(), NSException);
+    EXPECT_EQ(recorder->take(), "start(a) ");
+}
+
+TEST_F(LUMJobQueueStartingTest, ThrowsTheFirstExceptionWhenWhatWasLeftRaisesToo)
+{
+    int starts = 0;
+    a->onStart = [&]() -> bool {
+        if (++starts == 1)
+            startNextOnAnotherThread();
+        throw NSException(NSRangeException, NSString::stringWithFormat("start %d", starts));
+    };
+    try {
+        queue->startNextJobIfNeeded();
+        ADD_FAILURE() << "nothing raised";
+    } catch (const NSException& exception) {
+        EXPECT_EQ(exception.reason()->utf8(), "start 1");
+    }
+    EXPECT_EQ(starts, 2); // once for each call
+    EXPECT_EQ(queue->numberOfPendingJobs(), 3u);
 }
 
 }
