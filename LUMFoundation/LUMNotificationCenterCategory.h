@@ -26,7 +26,8 @@ LUM_EXPORT void postNotificationNameOnMainThread(const NSRef<NSNotificationCente
 LUM_EXPORT void postNotificationOnMainThread(
     const NSRef<NSNotificationCenter>& center, const NSRef<NSNotification>& notification);
 
-/// Posts the notification here: what runs on the main thread for the others.
+/// Posts the notification here, by the centre's postNotification: what runs on the main thread for the
+/// others.
 /// Selector: handleMainThreadPosting:
 LUM_EXPORT void handleMainThreadPosting(
     const NSRef<NSNotificationCenter>& center, const NSRef<NSNotification>& notification);

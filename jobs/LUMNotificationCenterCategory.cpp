@@ -6,11 +6,16 @@
 
 namespace {
 
-// Each step is a message, so that a class of centres may have its own way of posting on the main thread.
+// Each step is a message, so that a class of centres may have its own way of posting.
 
 void here(const NSRef<NSNotificationCenter>& center, const NSRef<NSNotification>& notification)
 {
-    center->postNotification(notification);
+    static const NSSelector selector("postNotification:");
+    static const NSMethod* const usual = NSNotificationCenter::classObject().instanceMethod(selector);
+    if (center->isa().instanceMethod(selector) == usual)
+        center->postNotification(notification);
+    else
+        NSSend(center, selector, notification);
 }
 
 void onMainThread(const NSRef<NSNotificationCenter>& center, const NSRef<NSNotification>& notification)

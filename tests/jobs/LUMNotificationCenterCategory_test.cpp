@@ -104,6 +104,36 @@ public:
     int counted = 0;
 };
 
+/// A class of centres that counts what is posted, whoever posts it.
+class MeteredCenter : public NSNotificationCenter {
+public:
+    static const NSClass& classObject()
+    {
+        static constexpr NSMethod kMethods[] = { NSMethodOf<"postNotification:", &MeteredCenter::meter>() };
+        static const NSClass& type =
+            NSClass::define("MeteredCenter", &NSNotificationCenter::classObject(), kMethods);
+        return type;
+    }
+    void meter(const NSRef<NSNotification>& notification)
+    {
+        ++posted;
+        postNotification(notification);
+    }
+    int posted = 0;
+};
+
+TEST_F(LUMNotificationCenterCategoryTest, PostsByTheClassesOwnPostNotification)
+{
+    auto metered = NSMake<MeteredCenter>();
+    metered->addObserver(observer, kFirst, "N", nullptr);
+    LUMNotificationCenterCategory::postNotificationNameOnMainThread(metered, "N");
+    LUMNotificationCenterCategory::handleMainThreadPosting(
+        metered, NSNotification::notificationWithName("N"));
+    NSSend(metered, NSSelector("handleMainThreadPosting:"), NSNotification::notificationWithName("N"));
+    EXPECT_EQ(metered->posted, 3);
+    EXPECT_EQ(observer->take(), "first@main first@main first@main ");
+}
+
 TEST_F(LUMNotificationCenterCategoryTest, LeavesAClassItsOwnWayOfPosting)
 {
     auto counting = NSMake<CountingCenter>();
