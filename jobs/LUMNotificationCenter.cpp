@@ -1,6 +1,9 @@
 #include "LUMFoundation/LUMNotificationCenter.h"
 
 #include "LUMPlatform/NSClass.h"
+#include "LUMPlatform/NSSend.h"
+
+#include <typeinfo>
 
 const NSClass& LUMNotificationCenter::classObject()
 {
@@ -13,5 +16,11 @@ const NSClass& LUMNotificationCenter::classObject()
 void LUMNotificationCenter::addObserver(
     const NSId& observer, NSSelector selector, const NSRef<NSString>& name, const NSId& object)
 {
-    replaceObserver(observer, selector, name, object);
+    if (typeid(*this) == typeid(NSInstance<LUMNotificationCenter>))
+        return replaceObserver(observer, selector, name, object);
+    // A derived class may have its own way of removing, as a member or in its method table.
+    static const NSSelector removal("removeObserver:name:object:");
+    if (observer && selector)
+        NSSend(*this, removal, observer, name, object);
+    NSNotificationCenter::addObserver(observer, selector, name, object);
 }
