@@ -53,7 +53,7 @@ public:
     /// here and with nothing queued, when the target does not answer.
     /// Selector: performSelector:
     NSId performSelector(NSSelector selector) override;
-    /// The same with one argument, kept alive during the call.
+    /// The same with one argument, kept alive during the call and left out for a selector that takes none.
     /// Selector: performSelector:withObject:
     NSId performSelectorWithObject(NSSelector selector, const NSId& object) override;
 

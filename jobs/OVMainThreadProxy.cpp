@@ -159,10 +159,13 @@ NSId OVMainThreadProxy::performSelector(NSSelector selector)
 
 NSId OVMainThreadProxy::performSelectorWithObject(NSSelector selector, const NSId& object)
 {
+    const NSId kept = object;
+    if (selector.arity() == 0)
+        return OVMainThreadProxy::performSelector(selector);
     if (isOwnSelector(selector))
-        return NSObject::performSelectorWithObject(selector, object);
-    performOnTarget(selector, [selector, object = NSId(object)](const NSId& live) {
-        static_cast<void>(live->performSelectorWithObject(selector, object));
+        return NSObject::performSelectorWithObject(selector, kept);
+    performOnTarget(selector, [selector, &kept](const NSId& live) {
+        static_cast<void>(live->performSelectorWithObject(selector, kept));
     });
     return nullptr;
 }

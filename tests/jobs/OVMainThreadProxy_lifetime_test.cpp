@@ -86,6 +86,12 @@ TEST_F(DroppedArgumentTest, LivesThroughAPerformedSelector)
     EXPECT_EQ(story, "dropped ended ");
 }
 
+TEST_F(DroppedArgumentTest, LivesThroughAPerformedSelectorThatLeavesItOut)
+{
+    serveMainLoopWhile([&] { static_cast<void>(proxy->performSelectorWithObject(kPlay, track)); });
+    EXPECT_EQ(story, "dropped ended ");
+}
+
 TEST_F(OVMainThreadProxyTest, SurvivesBeingDroppedByItsOwnMessage)
 {
     player->whilePlaying = [&] { proxy = nullptr; };

@@ -178,6 +178,20 @@ TEST_F(OVMainThreadProxyTest, PerformsASelectorWithAnObject)
     EXPECT_EQ(player->title()->utf8(), "third");
 }
 
+TEST_F(OVMainThreadProxyTest, LeavesTheObjectOutForASelectorThatTakesNone)
+{
+    NSId performed = player;
+    serveMainLoopWhile([&] { performed = proxy->performSelectorWithObject(kPlay, player); });
+    EXPECT_EQ(player->take(), "play@main ");
+    EXPECT_EQ(performed, nullptr);
+    EXPECT_EQ(proxy->performSelectorWithObject(NSSelector("mainThreadProxy"), player), proxy);
+}
+
+TEST_F(OVMainThreadProxyTest, RaisesForASelectorThatTakesMoreThanOneObject)
+{
+    EXPECT_THROW((void)proxy->performSelectorWithObject(NSSelector("add:to:"), player), NSException);
+}
+
 TEST_F(OVMainThreadProxyTest, PerformsItsOwnSelectorsItselfWithTheirResult)
 {
     std::thread([&] {
