@@ -58,10 +58,11 @@ private:
     NSId mTarget;
 };
 
-/// All that is known of a method of an object that has ended and whose class does not know it either.
-NSRef<NSMethodSignature> signatureOfObjects(NSSelector selector)
+/// For a method of which nothing is known, since its object has ended and its class does not know it either.
+/// Arguments of type "v" take a value of any type and keep nothing of it.
+NSRef<NSMethodSignature> signatureOfUnknown(NSSelector selector)
 {
-    return NSMethodSignature::signatureWithObjCTypes("@@:" + std::string(selector.arity(), '@'));
+    return NSMethodSignature::signatureWithObjCTypes("@@:" + std::string(selector.arity(), 'v'));
 }
 
 }
@@ -129,7 +130,7 @@ NSRef<NSMethodSignature> OVMainThreadProxy::methodSignatureForSelector(NSSelecto
         return live->methodSignatureForSelector(selector);
     const NSClass* type = targetClass.load(std::memory_order_relaxed);
     auto known = type ? type->instanceMethodSignature(selector) : nullptr;
-    return known ? known : signatureOfObjects(selector);
+    return known ? known : signatureOfUnknown(selector);
 }
 
 /// Runs `call` with the target on the main thread and waits; false when the target has ended.
