@@ -8,6 +8,9 @@
 
 namespace platform {
 
+/// What is done about a symbolic link that is the last name of a path. A refused one fails with ELOOP.
+enum class LastLink { Followed, Refused };
+
 /// What reading and writing whole files asks of the system; tests put faults in.
 ///
 /// Every operation answers a negative errno on failure, and goes on by itself after an interruption.
@@ -28,7 +31,7 @@ public:
     virtual int status(int file, Status& status) = 0;
     virtual int readLink(const std::string& path, std::string& target) = 0;
 
-    virtual int openForReading(const std::string& path) = 0; ///< The descriptor.
+    virtual int openForReading(const std::string& path, LastLink link) = 0; ///< The descriptor.
     virtual int openFolder(const std::string& path) = 0;
     virtual int create(const std::string& path, mode_t permissions) = 0; ///< Fails when something is there.
     virtual int openForWriting(const std::string& path) = 0; ///< Emptied, or made.

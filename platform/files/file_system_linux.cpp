@@ -52,7 +52,10 @@ public:
         target.assign(text, static_cast<std::size_t>(length));
         return 0;
     }
-    int openForReading(const std::string& path) override { return opened(path, O_RDONLY | O_NONBLOCK); }
+    int openForReading(const std::string& path, LastLink link) override
+    {
+        return opened(path, O_RDONLY | O_NONBLOCK | (link == LastLink::Refused ? O_NOFOLLOW : 0));
+    }
     int openFolder(const std::string& path) override { return opened(path, O_RDONLY | O_DIRECTORY); }
     int create(const std::string& path, mode_t permissions) override
     {

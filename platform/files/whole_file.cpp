@@ -115,9 +115,9 @@ bool grow(FileContent& content, std::size_t capacity)
 
 }
 
-int readFile(FileSystem& files, const std::string& path, FileContent& content)
+int readFile(FileSystem& files, const std::string& path, FileContent& content, const ReadRules& rules)
 {
-    int opened = files.openForReading(path);
+    int opened = files.openForReading(path, rules.link);
     if (opened < 0)
         return opened;
     OpenFile<FileSystem> file(files, opened);
@@ -126,6 +126,8 @@ int readFile(FileSystem& files, const std::string& path, FileContent& content)
         return problem;
     if (status.kind == FileSystem::Status::Folder)
         return -EISDIR;
+    if (status.size > rules.largest)
+        return -EFBIG;
     // The size is a hint only: it is 0 for files the kernel makes up, and a file may change.
     if (status.size >= PTRDIFF_MAX)
         return -ENOMEM;
@@ -145,21 +147,26 @@ int readFile(FileSystem& files, const std::string& path, FileContent& content)
         if (count == 0)
             break;
         read.length += static_cast<std::size_t>(count);
+        if (read.length > rules.largest)
+            return -EFBIG;
     }
     (void)grow(read, std::max<std::size_t>(read.length, 1)); // gives back what is too much
     content = std::move(read);
     return 0;
 }
 
-int replaceFile(FileSystem& files, const std::string& given, std::span<const std::byte> bytes)
+int replaceFile(FileSystem& files, const std::string& given, std::span<const std::byte> bytes, LastLink link)
 {
     std::string path = given;
     FileSystem::Status replaced;
-    int found = followLinks(files, path, replaced);
+    int found =
+        link == LastLink::Followed ? followLinks(files, path, replaced) : files.status(path, replaced);
     if (found != 0 && found != -ENOENT)
         return found;
     if (found == 0 && replaced.kind != FileSystem::Status::File)
-        return replaced.kind == FileSystem::Status::Folder ? -EISDIR : -EINVAL;
+        return replaced.kind == FileSystem::Status::Folder ? -EISDIR
+            : replaced.kind == FileSystem::Status::Link    ? -ELOOP
+                                                           : -EINVAL;
     std::string hidden;
     int created = createHidden(files, path, found == 0 ? 0600 : 0666, hidden);
     if (created < 0)

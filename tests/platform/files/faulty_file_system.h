@@ -20,9 +20,9 @@ public:
     {
         return fails() ? -mError : mReal.readLink(path, target);
     }
-    int openForReading(const std::string& path) override
+    int openForReading(const std::string& path, platform::LastLink link) override
     {
-        return opened(fails() ? -mError : mReal.openForReading(path));
+        return opened(fails() ? -mError : mReal.openForReading(path, link));
     }
     int openFolder(const std::string& path) override
     {

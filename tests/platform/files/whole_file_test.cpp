@@ -97,6 +97,35 @@ TEST_F(WholeFileTest, EndsOnLinksThatGoRoundInCircles)
     EXPECT_EQ(platform::replaceFile(platform::FileSystem::real(), path("a"), bytesOf("x")), -ELOOP);
 }
 
+TEST_F(WholeFileTest, RefusesALinkWhereNoneIsToBeFollowed)
+{
+    put("target", "old");
+    fs::create_symlink("target", path("link"));
+    auto& files = platform::FileSystem::real();
+    platform::FileContent content;
+    EXPECT_EQ(platform::readFile(files, path("link"), content, { platform::LastLink::Refused }), -ELOOP);
+    EXPECT_EQ(platform::readFile(files, path("target"), content, { platform::LastLink::Refused }), 0);
+    EXPECT_EQ(content.length, 3u);
+    EXPECT_EQ(
+        platform::replaceFile(files, path("link"), bytesOf("new"), platform::LastLink::Refused), -ELOOP);
+    EXPECT_EQ(get("target"), "old");
+    EXPECT_EQ(platform::replaceFile(files, path("target"), bytesOf("new"), platform::LastLink::Refused), 0);
+    EXPECT_EQ(platform::replaceFile(files, path("none"), bytesOf("new"), platform::LastLink::Refused), 0);
+    EXPECT_EQ(get("target") + get("none"), "newnew");
+    EXPECT_EQ(entries(), 3u);
+}
+
+TEST_F(WholeFileTest, ReadsNoFileWithMoreBytesThanItMayHave)
+{
+    put("f", "abc");
+    auto& files = platform::FileSystem::real();
+    platform::FileContent content;
+    EXPECT_EQ(platform::readFile(files, path("f"), content, { .largest = 2 }), -EFBIG);
+    EXPECT_EQ(platform::readFile(files, "/proc/self/status", content, { .largest = 2 }), -EFBIG);
+    EXPECT_EQ(content.length, 0u);
+    EXPECT_EQ(platform::readFile(files, path("f"), content, { .largest = 3 }), 0);
+}
+
 TEST_F(WholeFileTest, ReplacesAFileOfTheLongestName)
 {
     const std::string name(255, 'n');
