@@ -34,7 +34,7 @@ class NSURL;
 /// leave it (an absolute path, "..", a NUL inside) fails with the error -37, and one that a symbolic link
 /// would take out of it with -5000; removing a link removes the link. Names with a "/" inside are paths
 /// within. That holds also when, while an operation runs, somebody moves the bundle and puts another in its
-/// place, or exchanges folders for links; only lists may then tell of those.
+/// place, or exchanges folders or files for links; only lists may then tell of those.
 ///
 /// A save makes one new file and one rename, and takes no longer the more there is.
 ///

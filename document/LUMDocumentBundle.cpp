@@ -13,21 +13,10 @@
 #include "document/held_place.h"
 #include "document/package_info.h"
 
-#include <filesystem>
-
 namespace {
 
 // No file of codes is nearly as large; one that is must not fill the memory.
-constexpr std::uintmax_t kLargestPackageInfo = 1 << 20;
-
-NSRef<NSData> packageInfoAt(const NSRef<NSString>& file)
-{
-    if (!file)
-        return nullptr;
-    std::error_code problem;
-    const std::uintmax_t size = std::filesystem::file_size(file->utf8(), problem);
-    return !problem && size <= kLargestPackageInfo ? NSData::dataWithContentsOfFile(file) : nullptr;
-}
+constexpr std::size_t kLargestPackageInfo = 1 << 20;
 
 }
 
@@ -175,8 +164,8 @@ void LUMDocumentBundle::loadPkgInfo()
     mLoadingPkgInfo = true;
     const auto bundle = path();
     const auto file = lum::packageInfoIn(bundle);
-    const lum::HeldPlace place(*mFileRef, bundle, lum::packageInfoIn(lum::kInside));
-    const auto data = lum::isReachedInside(bundle, file) ? packageInfoAt(place.file()) : nullptr;
+    lum::HeldPlace place(*mFileRef, bundle, lum::packageInfoIn(lum::kInside));
+    const auto data = lum::isReachedInside(bundle, file) ? place.read(nullptr, kLargestPackageInfo) : nullptr;
     // Deliberate: whatever stands in the way of reading, there are no codes then.
     const lum::PackageInfo info = data ? lum::readPackageInfo(data->bytes()) : lum::PackageInfo();
     mCreatorCode = info.creator;
@@ -198,8 +187,8 @@ void LUMDocumentBundle::savePkgInfo()
     const auto contents = file->stringByDeletingLastPathComponent();
     if (!manager->fileExistsAtPath(contents))
         (void)LUMFileManager::createDirectoryAtPath(manager, contents, true, nullptr);
-    const lum::HeldPlace place(*mFileRef, bundle, lum::packageInfoIn(lum::kInside));
-    NSData::dataWithBytes(bytes->data(), bytes->size())->writeToFile(place.file(), true);
+    lum::HeldPlace place(*mFileRef, bundle, lum::packageInfoIn(lum::kInside));
+    place.replace(*NSData::dataWithBytes(bytes->data(), bytes->size()));
 }
 
 bool LUMDocumentBundle::setDictionary(const NSRef<NSDictionary>& dictionary, NSRef<NSError>* error)
@@ -226,8 +215,11 @@ NSRef<NSDictionary> LUMDocumentBundle::dictionaryForDomain(
     const auto file = lum::dictionaryIn(bundle, domain);
     if (!lum::isReachedInside(bundle, file))
         return nullptr;
-    const lum::HeldPlace place(*mFileRef, bundle, lum::dictionaryIn(lum::kInside, domain));
-    return NSDictionary::dictionaryWithContentsOfFile(place.file());
+    lum::HeldPlace place(*mFileRef, bundle, lum::dictionaryIn(lum::kInside, domain));
+    const auto data = place.read();
+    return data ? NSCast<NSDictionary>(
+               NSPropertyListSerialization::propertyListWithData(data, NSPropertyListImmutable, nullptr))
+                : nullptr;
 }
 
 bool LUMDocumentBundle::setDictionaryForDomain(
@@ -248,6 +240,6 @@ bool LUMDocumentBundle::setDictionaryForDomain(
     const auto file = lum::dictionaryIn(bundle, domain);
     if (file && !lum::isReachedInside(bundle, file))
         return lum::refuseLink(error);
-    const lum::HeldPlace place(*mFileRef, bundle, lum::dictionaryIn(lum::kInside, domain));
-    return data && data->writeToFile(place.file(), true);
+    lum::HeldPlace place(*mFileRef, bundle, lum::dictionaryIn(lum::kInside, domain));
+    return data && place.replace(*data);
 }

@@ -58,8 +58,9 @@ bool LUMDocumentBundle::saveObjectDomain(
     const auto file = objectPath(bundle, key, domain, true, &problem);
     bool isSaved = false;
     if (file && !problem) {
-        const lum::HeldPlace place(*mFileRef, bundle, lum::objectIn(lum::kInside, domain, key));
-        isSaved = NSKeyedArchiver::archiveRootObject(object, place.file());
+        lum::HeldPlace place(*mFileRef, bundle, lum::objectIn(lum::kInside, domain, key));
+        const auto archive = NSKeyedArchiver::archivedDataWithRootObject(object);
+        isSaved = archive && place.replace(*archive);
     }
     store(error, problem);
     return isSaved;
@@ -78,8 +79,9 @@ NSId LUMDocumentBundle::decodeObjectWithKeyDomain(
     const auto file = objectPath(bundle, key, domain, true, &problem);
     NSId object;
     if (file && !problem) {
-        const lum::HeldPlace place(*mFileRef, bundle, lum::objectIn(lum::kInside, domain, key));
-        object = NSKeyedUnarchiver::unarchiveObjectWithFile(place.file());
+        lum::HeldPlace place(*mFileRef, bundle, lum::objectIn(lum::kInside, domain, key));
+        const auto archive = place.read();
+        object = archive ? NSKeyedUnarchiver::unarchiveObjectWithData(archive) : nullptr;
     }
     store(error, problem);
     return object;
@@ -93,11 +95,8 @@ NSId LUMDocumentBundle::decodeObjectWithKeyDelegate(
     const auto file = objectPath(bundle, key, nullptr, true, &problem);
     NSRef<NSData> data;
     if (file && !problem) {
-        const lum::HeldPlace place(*mFileRef, bundle, lum::objectIn(lum::kInside, nullptr, key));
-        if (place.file())
-            data = NSData::dataWithContentsOfFile(place.file(), &problem);
-        else
-            lum::fail(&problem, lum::kStatusNotFound);
+        lum::HeldPlace place(*mFileRef, bundle, lum::objectIn(lum::kInside, nullptr, key));
+        data = place.read(&problem);
     }
     NSId object;
     if (data) {

@@ -2,15 +2,22 @@
 
 #include "LUMFoundation/LUMFileRef.h"
 #include "LUMPlatform/FSRef.h"
+#include "LUMPlatform/NSData.h"
+#include "core/status_error.h"
+#include "core/statuses.h"
+#include "document/bundle_paths.h"
+#include "platform/files/unfollowed_file.h"
 
 #include <cerrno>
 #include <climits>
 #include <fcntl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
-constexpr int kAttempts = 3; // to open a bundle that is moved again and again
+constexpr int kAttempts = 3; // with a bundle that is moved again and again
+constexpr int kMaxLinks = 40; // as many as the kernel follows
 
 /// A path that leads to what is open, wherever that is.
 std::string pathBy(int folder)
@@ -68,27 +75,90 @@ int openedBundle(const LUMFileRef& bundle, NSRef<NSString> path)
 
 bool isWithin(const std::string& root, const std::string& path)
 {
-    return !root.empty() && path.starts_with(root)
-        && (root == "/" || path.size() == root.size() || path[root.size()] == '/');
+    return path.starts_with(root) && (root == "/" || path.size() == root.size() || path[root.size()] == '/');
+}
+
+/// Of a bundle that is moved while the two are looked at, what is told of one says nothing about the other.
+bool isInBundle(int bundle, int folder)
+{
+    std::string root = folder >= 0 ? whereIs(bundle) : std::string();
+    for (int attempt = 0; attempt < kAttempts && !root.empty(); ++attempt) {
+        const std::string place = whereIs(folder);
+        const std::string before = std::exchange(root, whereIs(bundle));
+        if (root == before)
+            return isWithin(root, place);
+    }
+    return false;
+}
+
+/// A path as that of a folder and a name in it.
+std::pair<std::string, std::string> divided(const std::string& path)
+{
+    const std::size_t name = path.rfind('/') + 1; // 0 without a slash
+    return { name == 0 ? "." : path.substr(0, name), path.substr(name) };
 }
 
 }
 
 lum::HeldPlace::HeldPlace(
     const LUMFileRef& bundle, const NSRef<NSString>& path, const NSRef<NSString>& inside)
+    : mBundle(openedBundle(bundle, path))
 {
-    const int root = openedBundle(bundle, path);
-    if (root < 0)
-        return;
-    const std::string place = inside->utf8();
-    const std::size_t slash = place.rfind('/');
-    mFolder = opened(root, slash == std::string::npos ? "." : place.substr(0, slash));
-    if (mFolder >= 0 && isWithin(whereIs(root), whereIs(mFolder)))
-        mFile = pathBy(mFolder) + "/" + place.substr(slash + 1); // all of it without a slash
-    closeIfOpen(root);
+    if (mBundle >= 0)
+        hold(mBundle, inside->utf8());
 }
 
 lum::HeldPlace::~HeldPlace()
 {
     closeIfOpen(mFolder);
+    closeIfOpen(mBundle);
+}
+
+NSRef<NSString> lum::HeldPlace::file() const
+{
+    return mFile.empty() ? nullptr : NSRef<NSString>(mFile);
+}
+
+void lum::HeldPlace::hold(int in, const std::string& place)
+{
+    const auto [folder, name] = divided(place);
+    closeIfOpen(std::exchange(mFolder, opened(in, folder)));
+    mFile = isInBundle(mBundle, mFolder) ? pathBy(mFolder) + "/" + name : std::string();
+}
+
+/// Goes on to where the link in the place leads, if there is one; false when that is not in the bundle.
+bool lum::HeldPlace::follow()
+{
+    char target[PATH_MAX];
+    const ssize_t length = readlink(mFile.c_str(), target, sizeof target);
+    if (length < 0)
+        return errno == EINVAL; // somebody has put something else there
+    hold(mFolder, std::string(target, static_cast<std::size_t>(length)));
+    return !mFile.empty();
+}
+
+template<typename Action> bool lum::HeldPlace::doThroughLinks(const Action& action, NSRef<NSError>* error)
+{
+    if (mFile.empty())
+        return fail(error, kStatusNotFound);
+    for (int links = 0; links <= kMaxLinks; ++links) {
+        const platform::Unfollowed done = action();
+        if (done != platform::Unfollowed::Link)
+            return done == platform::Unfollowed::Done;
+        if (!follow())
+            break;
+    }
+    return refuseLink(error);
+}
+
+NSRef<NSData> lum::HeldPlace::read(NSRef<NSError>* error, std::size_t largest)
+{
+    NSRef<NSData> data;
+    const auto action = [&] { return platform::readUnfollowed(mFile, data, error, largest); };
+    return doThroughLinks(action, error) ? data : nullptr;
+}
+
+bool lum::HeldPlace::replace(const NSData& data, NSRef<NSError>* error)
+{
+    return doThroughLinks([&] { return platform::replaceUnfollowed(mFile, data, error); }, error);
 }

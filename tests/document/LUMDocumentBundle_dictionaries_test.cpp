@@ -123,6 +123,19 @@ TEST_F(LUMDocumentBundleDictionariesTest, LinksWithinTheBundleAreFollowed)
     EXPECT_THAT(bundle->dictionaryForDomain("x"), Equals(NSDictionary::of({ { "a", "b" } })));
     EXPECT_TRUE(bundle->setDictionaryForDomain(some, "x"));
     EXPECT_THAT(bundle->dictionaryForDomain("real"), Equals(some));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "doc/Contents/x.plist"));
+}
+
+TEST_F(LUMDocumentBundleDictionariesTest, LinksAreFollowedFromOneToTheNext)
+{
+    put("doc/elsewhere/real", "{ a = b; }");
+    link("../elsewhere/real", "doc/elsewhere/second");
+    link((folder / "doc/elsewhere/second").string(), "doc/Contents/first.plist");
+    link("first.plist", "doc/Contents/x.plist");
+    EXPECT_THAT(bundle->dictionaryForDomain("x"), Equals(NSDictionary::of({ { "a", "b" } })));
+    EXPECT_TRUE(bundle->setDictionaryForDomain(some, "x"));
+    EXPECT_NE(get("doc/elsewhere/real"), "{ a = b; }");
+    EXPECT_THAT(bundle->dictionaryForDomain("x"), Equals(some));
 }
 
 }

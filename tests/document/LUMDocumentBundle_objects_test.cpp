@@ -134,6 +134,17 @@ TEST_F(LUMDocumentBundleObjectsTest, KeysThatWouldLeaveTheBundleAreRefused)
     EXPECT_FALSE(isThere("doc/Contents"));
 }
 
+TEST_F(LUMDocumentBundleObjectsTest, LinksWithinTheBundleAreFollowed)
+{
+    EXPECT_TRUE(bundle->saveObject(some, "real"));
+    link("real.object", "doc/Contents/Objects/a.object");
+    EXPECT_THAT(bundle->decodeObjectWithKey("a"), Equals(some));
+    EXPECT_THAT(bundle->decodeObjectWithKeyDelegate("a", nullptr), Equals(some));
+    EXPECT_TRUE(bundle->saveObject("other", "a"));
+    EXPECT_THAT(bundle->decodeObjectWithKey("real"), Equals("other"));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "doc/Contents/Objects/a.object"));
+}
+
 TEST_F(LUMDocumentBundleObjectsTest, LinksThatLeadOutOfTheBundleAreRefused)
 {
     link("../../outside", "doc/Contents/Objects");
