@@ -10,8 +10,6 @@
 #include "document/bundle_paths.h"
 #include "document/held_place.h"
 
-#include <filesystem>
-
 namespace {
 
 /// How a resource gets into the bundle.
@@ -109,16 +107,6 @@ bool place(const LUMDocumentBundle& bundle, Transfer transfer, const NSRef<NSURL
     return (isFree && transfer(source->path(), to.file())) || lum::fail(error, lum::kStatusFailed);
 }
 
-/// Removes a folder in which nothing is; false when it could not be removed.
-bool removeIfEmpty(const NSRef<NSString>& folder)
-{
-    std::error_code problem;
-    const std::filesystem::path path = folder->utf8();
-    if (!std::filesystem::is_empty(path, problem) || problem)
-        return true;
-    return std::filesystem::remove(path, problem) && !problem;
-}
-
 }
 
 NSRef<NSURL> LUMDocumentBundle::urlForResource(const NSRef<NSString>& name, const NSRef<NSString>& type,
@@ -193,9 +181,8 @@ bool LUMDocumentBundle::removeResourceDomain(const NSRef<NSString>& name, const 
     const auto url = urlInside({ name, type, directory, domain }, bundle, true, error);
     if (!url)
         return false;
-    const auto file = url->path();
-    const lum::HeldPlace place(*mFileRef, bundle, lum::insideOf(bundle, file));
+    const lum::HeldPlace place(*mFileRef, bundle, lum::insideOf(bundle, url->path()));
     if (!NSFileManager::defaultManager()->removeItemAtPath(place.file()))
         return true;
-    return removeIfEmpty(file->stringByDeletingLastPathComponent()) || lum::fail(error, lum::kStatusFailed);
+    return place.removeFolderIfEmpty() || lum::fail(error, lum::kStatusFailed);
 }

@@ -33,11 +33,16 @@ public:
     /// Gives the file in the place new bytes in one step, or makes it.
     bool replace(const NSData& data, NSRef<NSError>* error = nullptr);
 
+    /// Removes the folder that the place is in, or the link that stands for it, when nothing is in it. What
+    /// is there by now in place of that folder stays. False when it is empty and could not be removed.
+    bool removeFolderIfEmpty() const;
+
 private:
     void hold(int in, const std::string& place);
     bool follow();
     template<typename Action> bool doThroughLinks(const Action& action, NSRef<NSError>* error);
 
+    const std::string mInside;
     int mBundle = -1;
     int mFolder = -1;
     std::string mFile; ///< Empty when it is not to be used.

@@ -11,6 +11,8 @@
 #include <cerrno>
 #include <climits>
 #include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
 
@@ -98,14 +100,30 @@ std::pair<std::string, std::string> divided(const std::string& path)
     return { name == 0 ? "." : path.substr(0, name), path.substr(name) };
 }
 
+/// Removes the empty folder that is open, by its name in another one, or the link of that name which leads to
+/// it; false when it stays though it is there and empty.
+bool removedFolder(int in, const std::string& name, int folder)
+{
+    struct stat open = {};
+    struct stat found = {};
+    struct stat entry = {};
+    if (fstat(folder, &open) != 0 || fstatat(in, name.c_str(), &found, 0) != 0
+        || fstatat(in, name.c_str(), &entry, AT_SYMLINK_NOFOLLOW) != 0)
+        return errno == ENOENT;
+    if (open.st_dev != found.st_dev || open.st_ino != found.st_ino)
+        return true;
+    return unlinkat(in, name.c_str(), S_ISLNK(entry.st_mode) ? 0 : AT_REMOVEDIR) == 0 || errno == ENOENT
+        || errno == ENOTEMPTY;
+}
+
 }
 
 lum::HeldPlace::HeldPlace(
     const LUMFileRef& bundle, const NSRef<NSString>& path, const NSRef<NSString>& inside)
-    : mBundle(openedBundle(bundle, path))
+    : mInside(inside->utf8()), mBundle(openedBundle(bundle, path))
 {
     if (mBundle >= 0)
-        hold(mBundle, inside->utf8());
+        hold(mBundle, mInside);
 }
 
 lum::HeldPlace::~HeldPlace()
@@ -161,4 +179,17 @@ NSRef<NSData> lum::HeldPlace::read(NSRef<NSError>* error, std::size_t largest)
 bool lum::HeldPlace::replace(const NSData& data, NSRef<NSError>* error)
 {
     return doThroughLinks([&] { return platform::replaceUnfollowed(mFile, data, error); }, error);
+}
+
+bool lum::HeldPlace::removeFolderIfEmpty() const
+{
+    std::error_code problem;
+    if (mFile.empty() || !std::filesystem::is_empty(pathBy(mFolder), problem) || problem)
+        return true;
+    const auto [above, name] = divided(std::filesystem::path(mInside).parent_path().string());
+    const int holder = opened(mBundle, above);
+    const bool isGone = holder < 0 ? errno == ENOENT : !isInBundle(mBundle, holder);
+    const bool isRemoved = isGone || (holder >= 0 && removedFolder(holder, name, mFolder));
+    closeIfOpen(holder);
+    return isRemoved;
 }

@@ -162,6 +162,33 @@ TEST_F(LUMDocumentBundleRacesTest, AResourceIsRemovedFromTheBundle)
         [&] { return bundle->removeResourceDomain("old", nullptr, "thumbs", "x"); });
 }
 
+TEST_F(LUMDocumentBundleRacesTest, TheFolderOfARemovedResourceIsTheBundles)
+{
+    const std::string thumbs = "/Contents/Resources/thumbs";
+    const auto prepare = [&] {
+        if (isThere("moved")) {
+            rename("doc", "other");
+            rename("moved", "doc");
+        }
+        put("doc" + thumbs + "/old", "");
+        fs::create_directories(folder / ("other" + thumbs));
+    };
+    const auto exchange = [&](TracedChild&) {
+        rename("doc", "moved");
+        rename("other", "doc");
+    };
+    const auto remove = [&] { return bundle->removeResource("old", nullptr, "thumbs"); };
+    const bool isTested = meddleAtEveryCall(prepare, remove, exchange, [&](bool isRemoved) {
+        const bool isMoved = isThere("moved");
+        const std::string own = (isMoved ? "moved" : "doc") + thumbs;
+        EXPECT_TRUE(isThere((isMoved ? "doc" : "other") + thumbs));
+        EXPECT_TRUE(isRemoved);
+        EXPECT_TRUE(isThere(own + "/old") || !isThere(own)); // true is told of one that stays, too
+    });
+    if (!isTested)
+        GTEST_SKIP() << "processes cannot be traced here";
+}
+
 TEST_F(LUMDocumentBundleRacesTest, ADomainIsRemovedFromTheBundle)
 {
     expectNoOtherBundleIsChanged([&] { return bundle->removeDomain("x"); },
