@@ -144,6 +144,16 @@ TEST_F(LUMDocumentBundleResourcesTest, RemovingALinkRemovesTheLink)
     EXPECT_TRUE(isThere("outside/secret.plist"));
 }
 
+TEST_F(LUMDocumentBundleResourcesTest, AnEmptiedFolderThatIsALinkStaysAndTheLinkGoes)
+{
+    put("doc/Contents/Resources/real/a", "a");
+    link("real", "doc/Contents/Resources/thumbs");
+    EXPECT_TRUE(bundle->removeResource("a", nullptr, "thumbs"));
+    EXPECT_FALSE(isThere("doc/Contents/Resources/thumbs"));
+    EXPECT_TRUE(isThere("doc/Contents/Resources/real"));
+    EXPECT_FALSE(isThere("doc/Contents/Resources/real/a"));
+}
+
 TEST_F(LUMDocumentBundleResourcesTest, NamesThatWouldLeaveTheBundleAreRefused)
 {
     put("pic.png", "bytes");
