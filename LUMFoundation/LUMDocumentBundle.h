@@ -36,6 +36,9 @@ class NSURL;
 /// within. That holds also when, while an operation runs, somebody moves the bundle and puts another in its
 /// place, or exchanges folders or files for links; only lists may then tell of those.
 ///
+/// A key or domain with an empty part, as "a/" and "a//b" have one, would share its place with another, and
+/// fails with -37, too.
+///
 /// A save makes one new file and one rename, and takes no longer the more there is.
 ///
 /// Errors are in NSOSStatusErrorDomain; `error` may be null, and is written on failure only unless an
@@ -125,7 +128,7 @@ public:
     /// Selector: setDictionary:forDomain:error:
     [[nodiscard]] bool setDictionaryForDomain(const NSRef<NSDictionary>& dictionary,
         const NSRef<NSString>& domain, NSRef<NSError>* error = nullptr);
-    /// Where that file is; null for a domain that would leave the bundle.
+    /// Where that file is; null for a domain that is refused.
     /// Selector: pathForDictionaryWithDomain:
     NSRef<NSString> pathForDictionaryWithDomain(const NSRef<NSString>& domain) const;
 
@@ -155,7 +158,7 @@ public:
     NSId decodeObjectWithKeyDelegate(const NSRef<NSString>& key,
         const NSRef<NSKeyedUnarchiverDelegate>& delegate, NSRef<NSError>* error = nullptr);
     /// Where the object is or will be, whether or not its folder could be made (then with the error); null
-    /// for a key or domain that would leave the bundle.
+    /// for a key or domain that is refused.
     /// Selector: pathForObjectWithKey:domain:createDirectories:error:
     NSRef<NSString> pathForObjectWithKey(const NSRef<NSString>& key, const NSRef<NSString>& domain,
         bool createDirectories, NSRef<NSError>* error = nullptr) const;

@@ -203,13 +203,13 @@ NSRef<NSDictionary> LUMDocumentBundle::dictionaryError(NSRef<NSError>* error) co
 
 NSRef<NSString> LUMDocumentBundle::pathForDictionaryWithDomain(const NSRef<NSString>& domain) const
 {
-    return lum::staysInsideOrNull(domain) ? lum::dictionaryIn(path(), domain) : nullptr;
+    return lum::staysInsideAloneOrNull(domain) ? lum::dictionaryIn(path(), domain) : nullptr;
 }
 
 NSRef<NSDictionary> LUMDocumentBundle::dictionaryForDomain(
     const NSRef<NSString>& domain, NSRef<NSError>*) const
 {
-    if (!lum::staysInsideOrNull(domain))
+    if (!lum::staysInsideAloneOrNull(domain))
         return nullptr;
     const auto bundle = path();
     const auto file = lum::dictionaryIn(bundle, domain);
@@ -234,7 +234,7 @@ bool LUMDocumentBundle::setDictionaryForDomain(
                 NSDictionary::of({ { NSLocalizedDescriptionKey, problem } }));
         return false;
     }
-    if (!lum::staysInsideOrNull(domain))
+    if (!lum::staysInsideAloneOrNull(domain))
         return lum::refuseName(error);
     const auto bundle = path();
     const auto file = lum::dictionaryIn(bundle, domain);

@@ -75,7 +75,7 @@ NSRef<NSArray> LUMDocumentBundle::presentDomains(NSRef<NSError>*) const
 
 bool LUMDocumentBundle::removeDomain(const NSRef<NSString>& domain, NSRef<NSError>* error)
 {
-    if (!lum::staysInsideOrNull(domain))
+    if (!lum::staysInsideAloneOrNull(domain))
         return lum::refuseName(error);
     const auto bundle = path();
     const auto contents = lum::contentsIn(bundle);

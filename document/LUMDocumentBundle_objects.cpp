@@ -24,7 +24,7 @@ void store(NSRef<NSError>* error, NSRef<NSError> problem)
 NSRef<NSString> objectPath(const NSRef<NSString>& bundle, const NSRef<NSString>& key,
     const NSRef<NSString>& domain, bool createDirectories, NSRef<NSError>* error)
 {
-    if (!lum::staysInside(key) || !lum::staysInsideOrNull(domain))
+    if (!lum::staysInsideAlone(key) || !lum::staysInsideAloneOrNull(domain))
         return lum::refuseName(error);
     auto object = lum::objectIn(bundle, domain, key);
     if (!object)

@@ -65,7 +65,7 @@ NSRef<NSURL> urlInside(
     if (!bundle)
         return lum::fail(error, lum::kStatusNotFound);
     auto url = lum::staysInsideOrNull(resource.name) && lum::staysInName(resource.type)
-            && lum::staysInsideOrNull(resource.directory) && lum::staysInsideOrNull(resource.domain)
+            && lum::staysInsideOrNull(resource.directory) && lum::staysInsideAloneOrNull(resource.domain)
         ? urlOf(resource, bundle)
         : nullptr;
     const auto file = url && url->isFileURL() ? url->path() : nullptr;

@@ -35,6 +35,19 @@ bool lum::staysInsideOrNull(const NSRef<NSString>& name)
     return !name || staysInside(name);
 }
 
+bool lum::staysInsideAlone(const NSRef<NSString>& name)
+{
+    if (!staysInside(name))
+        return false;
+    const std::string bytes = name->utf8();
+    return !bytes.ends_with('/') && bytes.find("//") == std::string::npos;
+}
+
+bool lum::staysInsideAloneOrNull(const NSRef<NSString>& name)
+{
+    return !name || staysInsideAlone(name);
+}
+
 bool lum::staysInName(const NSRef<NSString>& extension)
 {
     if (!extension)

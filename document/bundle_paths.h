@@ -11,6 +11,10 @@ bool staysInside(const NSRef<NSString>& name);
 /// The same, for what may be null and is no part of the path then.
 bool staysInsideOrNull(const NSRef<NSString>& name);
 
+/// The same, for names of which no two may share a place: without an empty part, as "a/" and "a//b" have one.
+bool staysInsideAlone(const NSRef<NSString>& name);
+bool staysInsideAloneOrNull(const NSRef<NSString>& name);
+
 /// An extension, escapes in it counted as what they stand for, that makes no other folder out of a name: one
 /// without a "/" or a NUL. Null is none.
 bool staysInName(const NSRef<NSString>& extension);

@@ -99,7 +99,8 @@ TEST_F(LUMDocumentBundleDictionariesTest, DomainsThatWouldLeaveTheBundleAreRefus
     const std::string outside = (folder / "outside/secret").string();
     for (const NSRef<NSString>& domain : { NSRef<NSString>("../../outside/secret"), NSRef<NSString>(outside),
              NSRef<NSString>("a/../../../outside/secret"), NSRef<NSString>(".."), NSRef<NSString>("."),
-             NSRef<NSString>(""), NSRef<NSString>(std::string_view("a\0b", 3)) })
+             NSRef<NSString>(""), NSRef<NSString>("a/"), NSRef<NSString>("a//b"),
+             NSRef<NSString>(std::string_view("a\0b", 3)) })
         EXPECT_EQ(failureOf(domain), -37);
     EXPECT_EQ(get("outside/secret.plist"), "{ a = b; }");
 }

@@ -76,8 +76,9 @@ TEST_F(LUMDocumentBundleDomainsTest, ThatAreNamedAsWhatBelongsToOthersLeaveItThe
     put("doc/Contents/x.plist", "{}");
     put("doc/Contents/Objects/sub/a.object", "");
     put("doc/Contents/Resources/a", "");
-    for (const char* domain : { "PkgInfo", "x.plist", "Objects", "Objects/", "Objects/sub", "Resources" })
+    for (const char* domain : { "PkgInfo", "x.plist", "Objects", "Objects/sub", "Resources" })
         EXPECT_TRUE(bundle->removeDomain(domain)) << domain;
+    EXPECT_FALSE(bundle->removeDomain("Objects/")); // no domain
     put("doc/Contents/Objects.plist", "{}");
     EXPECT_TRUE(bundle->removeNonDocumentDomains());
     EXPECT_FALSE(isThere("doc/Contents/Objects.plist"));

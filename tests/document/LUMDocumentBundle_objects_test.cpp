@@ -134,6 +134,28 @@ TEST_F(LUMDocumentBundleObjectsTest, KeysThatWouldLeaveTheBundleAreRefused)
     EXPECT_FALSE(isThere("doc/Contents"));
 }
 
+TEST_F(LUMDocumentBundleObjectsTest, KeysAndDomainsThatWouldShareAFileAreRefused)
+{
+    EXPECT_TRUE(bundle->saveObject("first", "a"));
+    EXPECT_TRUE(bundle->saveObject("first", "a/b"));
+    const auto expectRefused = [&](const char* key, const char* domain) {
+        const auto named = domain ? NSRef<NSString>(domain) : nullptr;
+        NSRef<NSError> error;
+        EXPECT_FALSE(bundle->saveObjectDomain("second", key, named, &error));
+        EXPECT_EQ(codeOf(error), -37);
+        EXPECT_FALSE(bundle->decodeObjectWithKeyDomain(key, named, &error));
+        EXPECT_EQ(codeOf(error), -37);
+        EXPECT_FALSE(bundle->pathForObjectWithKey(key, named, true));
+    };
+    for (const char* key : { "a/", "a//", "a//b", "a/b/" })
+        expectRefused(key, nullptr);
+    for (const char* domain : { "x/", "x//y" })
+        expectRefused("a", domain);
+    EXPECT_THAT(bundle->decodeObjectWithKey("a"), Equals("first"));
+    EXPECT_THAT(bundle->decodeObjectWithKey("a/b"), Equals("first"));
+    EXPECT_FALSE(isThere("doc/Contents/x"));
+}
+
 TEST_F(LUMDocumentBundleObjectsTest, LinksWithinTheBundleAreFollowed)
 {
     EXPECT_TRUE(bundle->saveObject(some, "real"));

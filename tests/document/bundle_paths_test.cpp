@@ -25,6 +25,17 @@ TEST_F(BundlePathsTest, NamesLeadDown)
     EXPECT_FALSE(lum::staysInsideOrNull(""));
 }
 
+TEST_F(BundlePathsTest, NoTwoNamesThatStandAloneShareAPlace)
+{
+    for (const char* name : { "a", "a/b", ".a", "a b" })
+        EXPECT_TRUE(lum::staysInsideAlone(name)) << name;
+    for (const char* name : { "a/", "a//", "a//b", "", "/", "..", "a/.." })
+        EXPECT_FALSE(lum::staysInsideAlone(name)) << name;
+    EXPECT_FALSE(lum::staysInsideAlone(nullptr));
+    EXPECT_TRUE(lum::staysInsideAloneOrNull(nullptr));
+    EXPECT_FALSE(lum::staysInsideAloneOrNull("a/"));
+}
+
 TEST_F(BundlePathsTest, ExtensionsStayInTheName)
 {
     for (const char* extension : { "png", "", "..", "tar.gz", "p%6Eg", "a?b", "~" })
