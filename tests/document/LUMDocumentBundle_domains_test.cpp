@@ -122,13 +122,28 @@ TEST_F(LUMDocumentBundleDomainsTest, TheDocumentsOwnGoesWithoutWhatItsNameHas)
 }
 
 // Deliberate: the result tells whether anything is left, the error what was looked for last.
-TEST_F(LUMDocumentBundleDomainsTest, DeliberatelyRemovingTheDocumentsDomainTellsOfAMissingFolder)
+TEST_F(LUMDocumentBundleDomainsTest, DeliberatelyRemovingTheDocumentsDomainTellsOfMissingResources)
 {
     put("doc/Contents/Objects/a.object", "");
     NSRef<NSError> error;
     EXPECT_TRUE(bundle->removeDomain(LUMDocumentBundle_DocumentDomain, &error));
     EXPECT_EQ(codeOf(error), -43);
     EXPECT_FALSE(isThere("doc/Contents/Objects"));
+    error = nullptr;
+    EXPECT_TRUE(bundle->removeDomain(nullptr, &error)); // neither is there
+    EXPECT_EQ(codeOf(error), -43);
+}
+
+// Deliberate: what was looked for last was found.
+TEST_F(LUMDocumentBundleDomainsTest, DeliberatelyRemovingTheDocumentsDomainTellsNothingOfMissingObjects)
+{
+    NSRef<NSError> error;
+    EXPECT_TRUE(bundle->removeDomain(nullptr, &error)); // nor when there is no folder to look in
+    EXPECT_FALSE(error);
+    put("doc/Contents/Resources/a", "");
+    EXPECT_TRUE(bundle->removeDomain(nullptr, &error));
+    EXPECT_FALSE(error);
+    EXPECT_FALSE(isThere("doc/Contents/Resources"));
 }
 
 TEST_F(LUMDocumentBundleDomainsTest, AllButTheDocumentsOwnAreRemovedTogether)
