@@ -27,8 +27,9 @@ class NSURL;
 ///         std::cerr << error << '\n';
 ///
 /// Nothing is kept in memory but the codes: each read goes to the disk, each write is in one step, so that
-/// whatever happens meanwhile the old content is there or the new one, and folders are made as they are
-/// needed. The bundle is found again when it, or a folder above it, is renamed or moved on its volume.
+/// whatever happens meanwhile the old content is there or the new one. Folders are made as they are needed,
+/// but for dictionaries, which need theirs to be there. The bundle is found again when it, or a folder above
+/// it, is renamed or moved on its volume.
 ///
 /// Nothing outside the bundle is read, written or removed. A key, domain, resource or folder whose name would
 /// leave it (an absolute path, "..", a NUL inside) fails with the error -37, and one that a symbolic link
@@ -174,8 +175,9 @@ public:
     /// null. With a null name that of the folder. `createDirectory` makes the folder that the URL's path is
     /// in, as far as possible (for a folder the one above it). Null for what would leave the bundle, and for
     /// a folder that is a link leading out; a resource may be such a link. The error is never written.
-    /// Deliberate: all but the type is escaped, so a "%" in that begins an escape; one that has a "/",
-    /// escaped or not, or makes no URL, gives null.
+    /// Deliberate: all but the type is escaped, so in that a "%" begins an escape, and a "?" or "#" ends the
+    /// name: "x?y" is the type "x", for removing too. One that has a "/", escaped or not, or makes no URL,
+    /// gives null.
     /// Selector: urlForResource:ofType:inDirectory:domain:createDirectory:error:
     NSRef<NSURL> urlForResourceDomain(const NSRef<NSString>& name, const NSRef<NSString>& type,
         const NSRef<NSString>& directory, const NSRef<NSString>& domain, bool createDirectory,

@@ -201,6 +201,7 @@ TEST_F(LUMDocumentBundleResourcesTest, DeliberatelyATypeIsTakenAsItStandsInAUrl)
 {
     EXPECT_EQ(pathOf(bundle->urlForResource("pic", "p%6Eg", nullptr, false)), "Contents/Resources/pic.png");
     EXPECT_EQ(pathOf(bundle->urlForResource("pic", "png?a", nullptr, false)), "Contents/Resources/pic.png");
+    EXPECT_EQ(pathOf(bundle->urlForResource("pic", "png#a", nullptr, false)), "Contents/Resources/pic.png");
     EXPECT_EQ(pathOf(bundle->urlForResource("pic", "", nullptr, false)), "Contents/Resources/pic");
 }
 
