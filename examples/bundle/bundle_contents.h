@@ -2,6 +2,7 @@
 
 #include "LUMFoundation/LUMDocumentBundle.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -9,12 +10,21 @@
 struct BundleContents {
     struct Resource {
         std::string path; ///< Within the area of the domain.
-        std::uint64_t size;
+        std::string file; ///< Where it is.
+        std::uint64_t size; ///< 0 for one that is not reached.
     };
+    /// Is told where something cannot be looked at, and why.
+    using Report = std::function<void(const std::string& where, const std::string& what)>;
+    static void ignore(const std::string& where, const std::string& what);
 
-    static std::vector<std::string> domains(const LUMDocumentBundle& bundle); ///< The document's own first.
-    static std::vector<std::string> objectKeys(const LUMDocumentBundle& bundle, const std::string& domain);
-    static std::vector<Resource> resources(const LUMDocumentBundle& bundle, const std::string& domain);
+    static std::vector<std::string> domains(
+        const LUMDocumentBundle& bundle, const Report& report = ignore); ///< The document's own first.
+    /// The keys of whatever is in the place of an object, be it no file.
+    static std::vector<std::string> objectKeys(
+        const LUMDocumentBundle& bundle, const std::string& domain, const Report& report = ignore);
+    /// Files, and links that lead to files or nowhere.
+    static std::vector<Resource> resources(
+        const LUMDocumentBundle& bundle, const std::string& domain, const Report& report = ignore);
 
     /// The domain as the bundle takes it: null for the document's own.
     static NSRef<NSString> named(const std::string& domain);

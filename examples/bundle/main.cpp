@@ -7,6 +7,7 @@
 
 #include "LUMFoundation/LUMByteCountFormatter.h"
 #include "LUMPlatform/NSData.h"
+#include "LUMPlatform/NSError.h"
 #include "LUMPlatform/NSException.h"
 #include "LUMPlatform/NSPropertyListSerialization.h"
 
@@ -21,6 +22,8 @@ constexpr const char* kUsage =
     "bundle show BUNDLE KEY        one of the document's objects\n"
     "bundle plist BUNDLE DOMAIN    the dictionary of a domain, \"document\" for its own\n"
     "bundle verify BUNDLE          whether all of it can be read and belongs together\n";
+
+constexpr NSInteger kMissing = -43; // the code of errors that tell so
 
 enum Status { kFine = 0, kFailed = 1, kNoSense = 2 };
 
@@ -44,16 +47,21 @@ Status list(const NSRef<LUMDocumentBundle>& bundle)
             std::printf("  dictionary  %llu entries\n", static_cast<unsigned long long>(dictionary->count()));
         for (const std::string& key : BundleContents::objectKeys(*bundle, domain))
             std::printf("  object      %s\n", key.c_str());
-        for (const auto& [path, size] : BundleContents::resources(*bundle, domain))
-            std::printf("  resource    %s, %s\n", path.c_str(),
-                LUMByteCountFormatter::stringWithByteCount(size)->utf8().c_str());
+        for (const auto& resource : BundleContents::resources(*bundle, domain))
+            std::printf("  resource    %s, %s\n", resource.path.c_str(),
+                LUMByteCountFormatter::stringWithByteCount(resource.size)->utf8().c_str());
     }
     return kFine;
 }
 
 Status show(const NSRef<LUMDocumentBundle>& bundle, const std::string& key)
 {
-    const NSId object = decodeObject(*bundle, {}, key, NSMake<StandIns>());
+    NSRef<NSError> error;
+    const NSId object = decodeObject(*bundle, {}, key, NSMake<StandIns>(), &error);
+    if (error && error->code() != kMissing) {
+        std::fprintf(stderr, "bundle: %s: %s\n", key.c_str(), error->localizedDescription()->utf8().c_str());
+        return kFailed;
+    }
     if (!object) {
         std::fprintf(stderr, "bundle: there is no object %s\n", key.c_str());
         return kFailed;

@@ -43,10 +43,10 @@ const NSClass* StandIns::unarchiverCannotDecodeObjectOfClassName(
 }
 
 NSId decodeObject(const LUMDocumentBundle& bundle, const std::string& domain, const std::string& key,
-    const NSRef<StandIns>& standIns)
+    const NSRef<StandIns>& standIns, NSRef<NSError>* error)
 {
-    const auto path = bundle.pathForObjectWithKey(key, BundleContents::named(domain), false);
-    const auto data = NSData::dataWithContentsOfFile(path);
+    const auto path = bundle.pathForObjectWithKey(key, BundleContents::named(domain), false, error);
+    const auto data = path ? NSData::dataWithContentsOfFile(path, error) : nullptr;
     if (!data)
         return nullptr;
     auto unarchiver = NSKeyedUnarchiver::initForReadingWithData(data);

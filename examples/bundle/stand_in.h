@@ -24,7 +24,7 @@ private:
     std::set<std::string> mUnknownClasses;
 };
 
-/// The object under a key of a domain. Raises NSException for one that cannot be read; null when there is
-/// none.
+/// The object under a key of a domain. Null with an error when there is no file, or one that cannot be read;
+/// raises NSException for one that is no archive, or a broken one.
 NSId decodeObject(const LUMDocumentBundle& bundle, const std::string& domain, const std::string& key,
-    const NSRef<StandIns>& standIns);
+    const NSRef<StandIns>& standIns, NSRef<NSError>* error);

@@ -5,13 +5,33 @@
 #include "examples/incoming/intake_bundle.h"
 
 #include "LUMFoundation/LUMData_Compression.h"
+#include "LUMPlatform/NSError.h"
 #include "LUMPlatform/NSException.h"
 
+#include <array>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <map>
 
+namespace fs = std::filesystem;
+
 namespace {
+
+/// Whether anything is there, or may be.
+bool isThere(const NSRef<NSString>& path)
+{
+    std::error_code unknown;
+    return path && fs::symlink_status(path->utf8(), unknown).type() != fs::file_type::not_found;
+}
+
+bool canBeRead(const std::string& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    std::array<char, 64 * 1024> block;
+    while (stream.read(block.data(), block.size())) { }
+    return stream.eof();
+}
 
 class Verification {
 public:
@@ -22,10 +42,17 @@ public:
 
     bool run()
     {
-        for (const std::string& domain : BundleContents::domains(*mBundle)) {
+        const BundleContents::Report report = [this](const std::string& where, const std::string& what) {
+            problem(where, what);
+        };
+        checkCodes();
+        for (const std::string& domain : BundleContents::domains(*mBundle, report)) {
             checkDictionary(domain);
-            for (const std::string& key : BundleContents::objectKeys(*mBundle, domain))
+            for (const std::string& key : BundleContents::objectKeys(*mBundle, domain, report))
                 checkObject(domain, key);
+            for (const auto& resource : BundleContents::resources(*mBundle, domain, report))
+                if (!canBeRead(resource.file))
+                    problem(resource.file, "the resource cannot be read");
         }
         checkDigests();
         std::printf(
@@ -42,14 +69,22 @@ private:
         std::printf("%s: %s\n", where.c_str(), what.c_str());
     }
 
+    /// The bundle has codes of 0 for a file that it does not read, whatever the reason; only an empty one
+    /// says so itself.
+    void checkCodes()
+    {
+        const auto path = mBundle->path()->stringByAppendingPathComponent("Contents/PkgInfo");
+        if (!isThere(path) || mBundle->creatorCode() != 0 || mBundle->typeCode() != 0)
+            return;
+        const auto bytes = NSData::dataWithContentsOfFile(path);
+        if (!bytes || bytes->length() > 0)
+            problem("PkgInfo", "the codes cannot be read");
+    }
+
     void checkDictionary(const std::string& domain)
     {
         const auto path = mBundle->pathForDictionaryWithDomain(BundleContents::named(domain));
-        std::error_code unknown;
-        const bool isThere = path
-            && std::filesystem::symlink_status(path->utf8(), unknown).type()
-                != std::filesystem::file_type::not_found;
-        if (isThere && !mBundle->dictionaryForDomain(BundleContents::named(domain)))
+        if (isThere(path) && !mBundle->dictionaryForDomain(BundleContents::named(domain)))
             problem(BundleContents::title(domain), "its dictionary cannot be read");
     }
 
@@ -57,8 +92,11 @@ private:
     {
         ++mObjects;
         try {
-            const NSId object = decodeObject(*mBundle, domain, key, mStandIns);
-            if (const auto record = NSCast<FileRecord>(object))
+            NSRef<NSError> error;
+            const NSId object = decodeObject(*mBundle, domain, key, mStandIns, &error);
+            if (error)
+                problem(key, "the object cannot be read: " + error->localizedDescription()->utf8());
+            else if (const auto record = NSCast<FileRecord>(object))
                 checkRecord(key, *record);
         } catch (const NSException& broken) {
             problem(key, broken.what());

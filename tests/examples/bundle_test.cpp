@@ -7,10 +7,12 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace fs = std::filesystem;
 using std::chrono::seconds;
 using testing::HasSubstr;
+using testing::Not;
 
 namespace {
 
@@ -44,6 +46,29 @@ protected:
         return inspector.statusWithin(seconds(60)).value_or(-1);
     }
     int verified() const { return statusOf({ "verify", bundle().string() }); }
+    void expectProblem(const std::string& text) const
+    {
+        EXPECT_EQ(verified(), 1);
+        EXPECT_THAT(output(), HasSubstr(text));
+        EXPECT_THAT(output(), Not(HasSubstr(" 0 problems")));
+    }
+    void put(const std::string& name, const std::string& text) const
+    {
+        fs::create_directories((bundle() / name).parent_path());
+        std::ofstream(bundle() / name) << text;
+    }
+    void linkTo(const fs::path& target, const std::string& name) const
+    {
+        fs::remove_all(bundle() / name);
+        fs::create_directories((bundle() / name).parent_path());
+        fs::create_symlink(target, bundle() / name);
+    }
+    /// Lets nobody but root read what is there; false for root.
+    bool isForbidden(const std::string& name) const
+    {
+        fs::permissions(bundle() / name, fs::perms::none);
+        return geteuid() != 0;
+    }
 
     fs::path mScratch;
 };
@@ -97,11 +122,13 @@ TEST_F(BundleTest, SaysThatADictionaryHasNoXml)
 TEST_F(BundleTest, LooksPastLinksThatLeadToThemselves)
 {
     fs::create_symlink("round", bundle() / "Contents/Objects/round");
+    fs::create_symlink("round.plist", bundle() / "Contents/round.plist");
+    EXPECT_EQ(statusOf({ "list", bundle().string() }), 0);
+    EXPECT_EQ(verified(), 0) << output(); // no object, and no domain
     fs::create_symlink("round.object", bundle() / "Contents/Objects/round.object");
     EXPECT_EQ(statusOf({ "list", bundle().string() }), 0);
-    EXPECT_EQ(verified(), 0) << output();
-    fs::create_symlink("round.plist", bundle() / "Contents/round.plist");
-    EXPECT_EQ(verified(), 0) << output(); // no domain
+    expectProblem("round: the object cannot be read: ");
+    fs::remove(bundle() / "Contents/Objects/round.object");
     fs::remove(bundle() / "Contents/digests.plist");
     fs::create_symlink("digests.plist", bundle() / "Info.plist.new");
     fs::rename(bundle() / "Info.plist.new", bundle() / "Info.plist");
@@ -155,6 +182,117 @@ TEST_F(BundleTest, TellsOfAnObjectThatCannotBeRead)
     EXPECT_EQ(verified(), 1);
     EXPECT_THAT(output(), HasSubstr("one: NSInvalidArgumentException: the data is no keyed archive\n"));
     EXPECT_THAT(output(), HasSubstr("one: a digest without a record\n")); // what it was is not known now
+}
+
+TEST_F(BundleTest, TellsOfAnObjectThatIsALinkLeadingOut)
+{
+    fs::rename(bundle() / "Contents/Objects/one.object", mScratch / "one.object");
+    linkTo(mScratch / "one.object", "Contents/Objects/one.object");
+    expectProblem("one: the object cannot be read: ");
+    linkTo("none", "Contents/x/Objects/dangling.object");
+    expectProblem("dangling: the object cannot be read: ");
+    EXPECT_EQ(statusOf({ "show", bundle().string(), "one" }), 1);
+    EXPECT_THAT(output(), HasSubstr("bundle: one: "));
+}
+
+TEST_F(BundleTest, TellsOfAFolderInThePlaceOfAnObject)
+{
+    put("Contents/Objects/four.object/sub/note", "");
+    expectProblem("four: the object cannot be read: ");
+}
+
+TEST_F(BundleTest, TakesAFolderWithObjectsForPartOfTheirKeys)
+{
+    const auto opened = LUMDocumentBundle::documentBundleWithPath(bundle().string(), false);
+    EXPECT_TRUE(opened->saveObject("text", "four.object/sub/five"));
+    EXPECT_EQ(verified(), 0) << output();
+    EXPECT_THAT(output(), HasSubstr("4 objects"));
+}
+
+TEST_F(BundleTest, TellsOfAnObjectThatMayNotBeRead)
+{
+    if (!isForbidden("Contents/Objects/one.object"))
+        GTEST_SKIP() << "root may read everything";
+    expectProblem("one: the object cannot be read: ");
+}
+
+TEST_F(BundleTest, TellsOfAFolderOfObjectsThatCannotBeListed)
+{
+    put("Contents/x/Objects", "a file");
+    expectProblem("Contents/x/Objects: cannot be listed: ");
+    fs::create_directory(mScratch / "elsewhere");
+    linkTo(mScratch / "elsewhere", "Contents/x/Objects");
+    expectProblem("x, objects: not reached within the bundle\n");
+}
+
+TEST_F(BundleTest, TellsOfFoldersThatMayNotBeListed)
+{
+    put("Contents/Objects/sub/note", "");
+    if (!isForbidden("Contents/Objects/sub"))
+        GTEST_SKIP() << "root may list everything";
+    expectProblem("Contents/Objects/sub: cannot be listed: ");
+    fs::permissions(bundle() / "Contents/Objects/sub", fs::perms::owner_all);
+    fs::permissions(bundle() / "Contents/Objects", fs::perms::owner_exec);
+    expectProblem("Contents/Objects: cannot be listed: ");
+    fs::permissions(bundle() / "Contents/Objects", fs::perms::none);
+    expectProblem("document, objects: not reached within the bundle\n");
+    fs::permissions(bundle() / "Contents/Objects", fs::perms::owner_all);
+    fs::permissions(bundle() / "Contents", fs::perms::owner_exec);
+    expectProblem("Contents: cannot be listed: ");
+    fs::permissions(bundle() / "Contents", fs::perms::owner_all);
+}
+
+TEST_F(BundleTest, TellsOfAResourceThatCannotBeRead)
+{
+    linkTo("none", "Contents/Resources/thumbs/dangling");
+    expectProblem("thumbs/dangling: the resource cannot be read\n");
+    put("Contents/x/Resources/note", "text");
+    if (!isForbidden("Contents/x/Resources/note"))
+        GTEST_SKIP() << "root may read everything";
+    expectProblem("x/Resources/note: the resource cannot be read\n");
+}
+
+TEST_F(BundleTest, TellsOfAFolderOfResourcesThatCannotBeListed)
+{
+    put("Contents/x/Resources", "a file");
+    expectProblem("Contents/x/Resources: cannot be listed: ");
+    fs::create_directory(mScratch / "elsewhere");
+    linkTo(mScratch / "elsewhere", "Contents/x/Resources");
+    expectProblem("x, resources: not reached within the bundle\n");
+}
+
+TEST_F(BundleTest, TakesAResourceThatIsALinkForWhatItLeadsTo)
+{
+    std::ofstream(mScratch / "note") << "text";
+    linkTo(mScratch / "note", "Contents/Resources/thumbs/note");
+    EXPECT_EQ(verified(), 0) << output();
+}
+
+TEST_F(BundleTest, TellsOfCodesThatCannotBeRead)
+{
+    const std::string file = "Contents/PkgInfo";
+    const std::string text = "PkgInfo: the codes cannot be read\n";
+    put(file, "\xff\xff\xff\xff\xff\xff\xff\xff");
+    expectProblem(text);
+    std::ofstream(mScratch / "codes") << "LUMdsong";
+    linkTo(mScratch / "codes", file);
+    expectProblem(text);
+    linkTo("none", file);
+    expectProblem(text);
+    fs::remove(bundle() / file);
+    EXPECT_EQ(verified(), 0) << output(); // none are no problem
+    put(file, "");
+    EXPECT_EQ(verified(), 0) << output();
+    fs::remove(bundle() / file);
+    fs::create_directory(bundle() / file);
+    expectProblem(text);
+}
+
+TEST_F(BundleTest, TellsOfCodesThatMayNotBeRead)
+{
+    if (!isForbidden("Contents/PkgInfo"))
+        GTEST_SKIP() << "root may read everything";
+    expectProblem("PkgInfo: the codes cannot be read\n");
 }
 
 TEST_F(BundleTest, TellsOfADictionaryThatCannotBeRead)
