@@ -65,11 +65,11 @@ private:
 /// at the end do not count. `ref` is untouched on failure. About 4 system calls.
 NS_EXPORT OSStatus FSPathMakeRef(const std::string& path, FSRef& ref);
 
-/// The absolute path at which the object is now, free of symbolic links unless one was put in the place of a
-/// folder that moved. -43 when it is gone: it was removed, is not reachable by any path, or could not be
-/// found. The path was seen to lead to the object during the call. One system call while the object is held
-/// and has not moved; a search ends after 200,000 entries, or after 50 ms when the hundred nearest folders
-/// have been read.
+/// The absolute path at which the object is now, without symbolic links, also when a folder above it was
+/// moved and a link left in its place. -43 when it is gone: it was removed, is not reachable by any path, or
+/// could not be found. The path was seen to lead to the object during the call. Four system calls while the
+/// object is held and has not moved; a search ends after 200,000 entries, or after 50 ms when the hundred
+/// nearest folders have been read.
 NS_EXPORT OSStatus FSRefMakePath(const FSRef& ref, std::string& path);
 
 /// 0 when both refer to the same object, -1420 when they do not, -1303 when even the volumes differ. Two hard

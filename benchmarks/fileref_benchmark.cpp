@@ -1,7 +1,7 @@
 // Handles on files beside the bare system calls, and listings beside what others list with.
 //
-// Each row of ours makes the very calls that the bare row makes, or fewer; what it takes beyond that is its
-// own.
+// Each row of ours makes the very calls that the bare row makes, fewer, or others that tell as much for less;
+// what it takes beyond that is its own.
 
 #include "LUMFoundation/LUMFileRef.h"
 #include "LUMPlatform/NSArray.h"

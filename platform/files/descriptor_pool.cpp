@@ -118,12 +118,10 @@ void DescriptorPool::setGone(ReferenceNode& node)
         NodeSystem::current().close(closing);
 }
 
-DescriptorPool::Place DescriptorPool::place(ReferenceNode& node)
+std::string DescriptorPool::path(ReferenceNode& node)
 {
     MutexLock held(mLock);
-    if (node.mDescriptor >= 0)
-        use(node);
-    return { node.mPath ? std::string(node.mPath.get()) : std::string(), node.mDescriptor >= 0 };
+    return node.mPath ? node.mPath.get() : std::string();
 }
 
 void DescriptorPool::setPath(ReferenceNode& node, std::string_view path)

@@ -65,12 +65,8 @@ public:
     /// Takes a descriptor from the node without closing it: something else has that number now.
     void disown(ReferenceNode& node, int descriptor);
 
-    struct Place {
-        std::string path; ///< Empty when the object is known to be gone.
-        bool isHeld = false;
-    };
-    /// Counts as a use of the descriptor, like lease().
-    Place place(ReferenceNode& node);
+    /// Where the object was last; empty when it is known to be gone.
+    std::string path(ReferenceNode& node);
     void setPath(ReferenceNode& node, std::string_view path);
     /// Where an object that was at `path` may be, going by where others were found.
     std::vector<std::string> guesses(std::string_view path);

@@ -22,11 +22,6 @@ bool canBeReal(std::string_view path)
     return true;
 }
 
-bool isOutOfDescriptors(int result)
-{
-    return result == -EMFILE || result == -ENFILE;
-}
-
 int identifyWithoutDescriptor(const char* path, FileIdentity& identity)
 {
     auto& system = NodeSystem::current();
@@ -80,6 +75,16 @@ int referenceTo(int descriptor, const std::string& path, bool isReal, NodeRef& m
 
 }
 
+bool isOutOfDescriptors(int result)
+{
+    return result == -EMFILE || result == -ENFILE;
+}
+
+bool isUntold(int result)
+{
+    return result == -ELOOP || result == -ENOSYS || result == -EPERM;
+}
+
 int identify(int descriptor, FileIdentity& identity)
 {
     auto& system = NodeSystem::current();
@@ -100,8 +105,7 @@ int openReference(const std::string& path, NodeRef& made)
     auto& system = NodeSystem::current();
     auto& pool = DescriptorPool::shared();
     int descriptor = canBeReal(path) ? pool.opened([&] { return system.openReal(path.c_str()); }) : -ELOOP;
-    // A filter on system calls, as containers have, may refuse the newer call.
-    const bool isReal = descriptor != -ELOOP && descriptor != -ENOSYS && descriptor != -EPERM;
+    const bool isReal = !isUntold(descriptor);
     if (!isReal)
         descriptor = pool.opened([&] { return system.open(NodeSystem::kNoFolder, path.c_str()); });
     if (isOutOfDescriptors(descriptor))
@@ -137,6 +141,13 @@ int openReferenceTarget(const std::string& path, NodeRef& made)
     std::error_code error;
     const auto target = std::filesystem::canonical(path, error);
     return error ? -error.value() : referenceWithoutDescriptor(target.string(), made);
+}
+
+std::string withoutLinks(const std::string& path)
+{
+    std::error_code error;
+    const auto folder = std::filesystem::canonical(folderOf(path), error);
+    return error ? path : joined(folder.string(), nameOf(path));
 }
 
 std::string folderOf(const std::string& path)

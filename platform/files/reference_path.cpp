@@ -51,6 +51,18 @@ private:
             && isSame(mNode.identity(), attributes);
     }
 
+    /// The same, and no link leads there. Not true where the system cannot tell.
+    bool isReallyAt(const std::string& path) const
+    {
+        const int descriptor = mSystem.openReal(path.c_str());
+        if (descriptor < 0)
+            return false;
+        FileAttributes attributes;
+        const int problem = mSystem.attributes(descriptor, "", attributes);
+        mSystem.close(descriptor);
+        return problem == 0 && isSame(mNode.identity(), attributes);
+    }
+
     /// The system followed the object as long as it was open, but what it tells must be seen to be true.
     int askDescriptor(bool& isOurs)
     {
@@ -60,7 +72,12 @@ private:
         isOurs = DescriptorPool::isStillOurs(mNode, descriptor, problem, attributes);
         if (!isOurs || problem != 0)
             return problem;
-        const std::string known = mPool.place(mNode).path;
+        std::string known = mPool.path(mNode);
+        // Cheaper than to ask where it is. While the object is open its number belongs to no other.
+        if (isReallyAt(known)) {
+            mLocated.path = std::move(known);
+            return 0;
+        }
         // It may be moved between the answer and the look; one that is gone is not asked again.
         const int attempts = attributes.links == 0 ? 1 : kAttempts;
         for (int attempt = 0; attempt < attempts && problem == 0; ++attempt) {
@@ -73,8 +90,8 @@ private:
                 return 0;
             }
         }
-        if (isAt(known)) { // the system has no /proc, or calls it otherwise
-            mLocated.path = known;
+        if (!known.empty() && isAt(known)) { // the system has no /proc, or calls it otherwise
+            mLocated.path = withoutLinks(known);
             return 0;
         }
         if (problem == -ENAMETOOLONG)
@@ -90,7 +107,7 @@ private:
     /// Opens what is at the remembered path, if that is still the object.
     int openAgain()
     {
-        const std::string known = mPool.place(mNode).path;
+        const std::string known = mPool.path(mNode);
         if (known.empty())
             return -ENOENT;
         if (openAt(known) == 0)
@@ -101,12 +118,16 @@ private:
         return search(known);
     }
 
-    int openAt(const std::string& path)
+    /// A link may stand in the place of a folder that was moved.
+    int openAt(std::string path)
     {
-        const int descriptor =
-            mPool.opened([&] { return mSystem.open(NodeSystem::kNoFolder, path.c_str()); });
-        if (descriptor == -EMFILE || descriptor == -ENFILE)
-            return lookAt(path);
+        int descriptor = mPool.opened([&] { return mSystem.openReal(path.c_str()); });
+        if (isUntold(descriptor)) {
+            path = withoutLinks(path);
+            descriptor = mPool.opened([&] { return mSystem.open(NodeSystem::kNoFolder, path.c_str()); });
+        }
+        if (isOutOfDescriptors(descriptor))
+            return lookAt(withoutLinks(path));
         if (descriptor < 0)
             return descriptor;
         FileIdentity there;
@@ -116,12 +137,12 @@ private:
             return problem != 0 ? problem : -ENOENT;
         }
         mLocated.lease = mPool.adopt(mNode, descriptor, path, there.handle);
-        mLocated.path = path;
+        mLocated.path = std::move(path);
         return 0;
     }
 
     /// The same without a descriptor.
-    int lookAt(const std::string& path)
+    int lookAt(std::string path)
     {
         FileAttributes attributes;
         if (const int problem = mSystem.attributes(NodeSystem::kNoFolder, path.c_str(), attributes);
@@ -131,7 +152,7 @@ private:
         (void)mSystem.handle(NodeSystem::kNoFolder, path.c_str(), NodeSystem::HandlePurpose::Telling, handle);
         if (!isSame(mNode.identity(), attributes, handle))
             return -ENOENT;
-        mLocated.path = path;
+        mLocated.path = std::move(path);
         return 0;
     }
 
@@ -147,8 +168,8 @@ private:
         }
         if (!mLocated.lease)
             return openAt(found);
-        mPool.setPath(mNode, found);
-        mLocated.path = std::move(found);
+        mLocated.path = withoutLinks(found);
+        mPool.setPath(mNode, mLocated.path);
         return 0;
     }
 
@@ -168,15 +189,6 @@ int locate(ReferenceNode& node, LocatedNode& located, SearchLimits limits)
 
 int locate(ReferenceNode& node, std::string& path, SearchLimits limits)
 {
-    // While the object is open its number belongs to no other, so one look at the path is proof enough.
-    const auto place = DescriptorPool::shared().place(node);
-    FileAttributes attributes;
-    if (place.isHeld
-        && NodeSystem::current().attributes(NodeSystem::kNoFolder, place.path.c_str(), attributes) == 0
-        && isSame(node.identity(), attributes)) {
-        path = place.path;
-        return 0;
-    }
     LocatedNode located;
     const int problem = locate(node, located, limits);
     if (problem == 0)

@@ -23,6 +23,24 @@ TEST_F(LUMFileRefChangesTest, ARenamedHandleIsOnTheSameObject)
     EXPECT_EQ(ReferenceTest::pathOf(*ref), at("g"));
 }
 
+TEST_F(LUMFileRefChangesTest, ALinkLeftInThePlaceOfAFolderThatMovedIsOnNoHandlesPath)
+{
+    folder("a");
+    file("a/f");
+    const auto before = handle("a/f");
+    const auto above = handle("a");
+    rename("a", "b");
+    link("a", "b");
+    EXPECT_EQ(pathOf(before), at("b/f"));
+    EXPECT_TRUE(before->isDescendentOf(above));
+    EXPECT_TRUE(before->isChildOf(above));
+    EXPECT_TRUE(before->isEqual(handle("a/f")));
+    EXPECT_EQ(pathOf(before), pathOf(handle("a/f")));
+    EXPECT_TRUE(before->renameWithName("g", &mError));
+    EXPECT_FALSE(mError);
+    EXPECT_EQ(pathOf(before), at("b/g"));
+}
+
 TEST_F(LUMFileRefChangesTest, AnAliasKeepsItsNameWhenItsTargetIsRenamed)
 {
     file("f");

@@ -175,6 +175,16 @@ TEST_F(FSCatalogTest, TheParentIsTheFolderAbove)
     EXPECT_FALSE(parentOf(refTo("/")));
 }
 
+TEST_F(FSCatalogTest, TheParentIsNoLinkLeftInThePlaceOfAFolderThatMoved)
+{
+    folder("a");
+    const FSRef above = refTo(at("a"));
+    const FSRef ref = refTo(file("a/f"));
+    rename("a", "b");
+    fs::create_directory_symlink("b", at("a"));
+    EXPECT_EQ(FSCompareFSRefs(parentOf(ref), above), 0);
+}
+
 TEST_F(FSCatalogTest, TheOldNameIsInMacRoman)
 {
     static_assert(sizeof(FSSpec) == 70);

@@ -223,6 +223,56 @@ TEST_F(FSRefStatusTest, DoesWithoutTheCallThatToldItOfLinks)
     }
 }
 
+/// References to a file of which one is held, and whose folder has left a link in its place.
+class FSRefLeftLinkTest : public ReferenceTest {
+protected:
+    FSRefLeftLinkTest()
+    {
+        folder("a");
+        file("a/f");
+        mLetGo = letGo(refTo(at("a/f")));
+        mHeld = refTo(at("a/f"));
+        rename("a", "b");
+        fs::create_directory_symlink("b", at("a"));
+    }
+
+    void expectThePathWithout(unsigned calls, int error)
+    {
+        FaultyNodeSystem system;
+        system.fail(calls, error);
+        EXPECT_EQ(pathOf(mHeld), at("b/f"));
+        EXPECT_EQ(pathOf(mLetGo), at("b/f"));
+    }
+
+    FSRef mHeld;
+    FSRef mLetGo;
+};
+
+TEST_F(FSRefLeftLinkTest, IsPassedByWithoutTheCallThatTellsOfLinks)
+{
+    expectThePathWithout(FaultyNodeSystem::OpenReal, ENOSYS);
+}
+
+TEST_F(FSRefLeftLinkTest, IsPassedByWhereThatCallIsForbidden)
+{
+    expectThePathWithout(FaultyNodeSystem::OpenReal, EPERM);
+}
+
+TEST_F(FSRefLeftLinkTest, IsPassedByWithoutTheSystemTellingPaths)
+{
+    expectThePathWithout(FaultyNodeSystem::PathOf, ENOENT);
+}
+
+TEST_F(FSRefLeftLinkTest, IsPassedByWithoutBoth)
+{
+    expectThePathWithout(FaultyNodeSystem::OpenReal | FaultyNodeSystem::PathOf, ENOSYS);
+}
+
+TEST_F(FSRefLeftLinkTest, IsPassedByWithoutAFreeDescriptor)
+{
+    expectThePathWithout(FaultyNodeSystem::Open, EMFILE);
+}
+
 TEST_F(FSRefStatusTest, DoesWithoutHandles)
 {
     const std::string path = file("f");

@@ -43,6 +43,13 @@ protected:
         return std::get<1>(GetParam()) == Held::Yes ? ref : letGo(ref);
     }
 
+    /// Moves a folder, and leaves a link to its new place in the old one.
+    void moveAndLink(const std::string& from, const std::string& to) const
+    {
+        rename(from, to);
+        fs::create_directory_symlink(at(to), at(from));
+    }
+
     std::unique_ptr<MountedFileSystem> mSystem;
 };
 
@@ -184,6 +191,36 @@ TEST_P(FSRefFollowingTest, AFileComesBackToItsOldPlace)
     rename("f", "a/f");
     rename("a/f", "f");
     EXPECT_EQ(pathOf(ref), at("f"));
+}
+
+TEST_P(FSRefFollowingTest, AFolderAboveThatMovesAndLeavesALinkInItsPlace)
+{
+    folder("a/b/c");
+    folder("d");
+    const FSRef ref = made(file("a/b/c/f"));
+    moveAndLink("a/b", "d/b");
+    EXPECT_EQ(pathOf(ref), at("d/b/c/f"));
+    EXPECT_EQ(pathOf(ref), at("d/b/c/f"));
+    EXPECT_EQ(pathOf(letGo(ref)), at("d/b/c/f"));
+}
+
+TEST_P(FSRefFollowingTest, ALinkItselfBelowAFolderThatLeavesALinkInItsPlace)
+{
+    folder("a");
+    fs::create_symlink("nowhere", at("a/alias"));
+    const FSRef ref = made(at("a/alias"));
+    moveAndLink("a", "b");
+    EXPECT_EQ(pathOf(ref), at("b/alias"));
+}
+
+TEST_P(FSRefFollowingTest, AnotherHardLinkBehindALinkLeftInThePlaceOfAFolder)
+{
+    folder("a/b");
+    const FSRef ref = made(file("a/b/f"));
+    fs::create_hard_link(at("a/b/f"), at("a/b/second"));
+    moveAndLink("a", "c");
+    remove("c/b/f");
+    EXPECT_EQ(pathOf(ref), at("c/b/second"));
 }
 
 TEST_P(FSRefFollowingTest, WritingMakesNoOtherObject)

@@ -160,7 +160,7 @@ TEST_F(FSRefLimitsTest, TheLeastRecentlyUsedAreGivenBackFirst)
     auto& pool = platform::DescriptorPool::shared();
     while (pool.makeRoom() || pool.budget() > 16) { }
     const auto refs = many(16);
-    const auto isHeld = [&](std::size_t i) { return pool.place(*refs[i].node()).isHeld; };
+    const auto isHeld = [&](std::size_t i) { return static_cast<bool>(pool.lease(*refs[i].node())); };
     (void)pool.lease(*refs[0].node()); // used
     const FSRef more = refTo(file("more"));
     EXPECT_TRUE(isHeld(0));
@@ -199,7 +199,7 @@ TEST_F(FSRefLimitsTest, AMoveBeforeADescriptorIsGivenBackIsRemembered)
     const FSRef ref = refTo(file("f"));
     rename("f", "far/far/away/f");
     FSReleaseDescriptors();
-    EXPECT_EQ(platform::DescriptorPool::shared().place(*ref.node()).path, at("far/far/away/f"));
+    EXPECT_EQ(platform::DescriptorPool::shared().path(*ref.node()), at("far/far/away/f"));
 }
 
 TEST_F(FSRefLimitsTest, ANumberThatOthersClosedAndGotIsNeitherAskedNorClosed)
