@@ -214,8 +214,19 @@ void DescriptorPool::closeAll(const std::vector<int>& descriptors)
 bool DescriptorPool::isStillOurs(
     const ReferenceNode& node, int descriptor, int& problem, FileAttributes& attributes)
 {
-    problem = NodeSystem::current().attributes(descriptor, "", attributes);
-    return problem == 0 ? isSame(node.mIdentity, attributes) : problem != -EBADF;
+    auto& system = NodeSystem::current();
+    problem = system.attributes(descriptor, "", attributes);
+    if (problem != 0)
+        return problem != -EBADF;
+    const FileIdentity identity = node.identity();
+    if (!isSame(identity, attributes))
+        return false;
+    if (!identity.handle || (!identity.isLayered && attributes.born != FileAttributes::kUnknownTime))
+        return true;
+    // The number alone has been compared, and may have gone to another object since.
+    FileHandle handle;
+    return system.handle(descriptor, "", NodeSystem::HandlePurpose::Telling, handle) != 0
+        || handle == identity.handle;
 }
 
 void DescriptorPool::forget(ReferenceNode& node)

@@ -7,6 +7,11 @@
 #include "tests/platform/files/mounted_file_system.h"
 #include "tests/platform/files/reference_fixture.h"
 
+#include <fcntl.h>
+#include <set>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -108,6 +113,64 @@ TEST_P(FSRefLayersTest, AnotherFileOfTheNameIsAnother)
     EXPECT_NE(FSCompareFSRefs(ref, refTo(below("f"))), 0);
 }
 
+/// Closes what nobody else has opened, as a program does that wants to start another.
+class FSRefClosedTest : public FSRefLayersTest {
+protected:
+    /// A reference to a file that is gone, whose descriptor is closed and whose number another file has.
+    FSRef refToReplaced() const
+    {
+        const std::string path = below("new");
+        std::ofstream(path) << "first";
+        const std::set<int> before = descriptors();
+        const FSRef ref = refTo(path);
+        for (const int descriptor : descriptors())
+            if (!before.contains(descriptor))
+                close(descriptor);
+        for (int attempt = 0; attempt < 100; ++attempt) {
+            fs::remove(path);
+            std::ofstream(path) << "another";
+            struct stat made { };
+            if (stat(path.c_str(), &made) == 0 && made.st_ino == ref.node()->inode())
+                return ref;
+        }
+        return {};
+    }
+    static std::set<int> descriptors()
+    {
+        std::set<int> all;
+        for (int descriptor = 3; descriptor < 1000; ++descriptor)
+            if (fcntl(descriptor, F_GETFD) != -1)
+                all.insert(descriptor);
+        return all;
+    }
+};
+
+TEST_P(FSRefClosedTest, AnotherFileUnderTheNumberIsNotTakenForIt)
+{
+    if (!haveHandles())
+        GTEST_SKIP() << "no handles here";
+    const FSRef ref = refToReplaced();
+    if (!ref)
+        GTEST_SKIP() << "numbers are not given out again here";
+    EXPECT_EQ(pathOf(ref), "(-43)");
+    EXPECT_NE(FSCompareFSRefs(ref, refTo(below("new"))), 0);
+}
+
+TEST_P(FSRefClosedTest, AnotherFileUnderTheNumberAndTheDescriptorIsNotTakenForIt)
+{
+    if (!haveHandles())
+        GTEST_SKIP() << "no handles here";
+    FSRef ref = refToReplaced();
+    if (!ref)
+        GTEST_SKIP() << "numbers are not given out again here";
+    const FSRef other = refTo(below("new")); // by the descriptor that was free
+    EXPECT_EQ(pathOf(ref), "(-43)");
+    const std::size_t open = openDescriptors();
+    ref = {};
+    EXPECT_EQ(openDescriptors(), open); // the other's is not closed
+    EXPECT_EQ(pathOf(other), below("new"));
+}
+
 TEST_P(FSRefLayersTest, LeavesNoDescriptorBehind)
 {
     FSReleaseDescriptors();
@@ -121,6 +184,9 @@ TEST_P(FSRefLayersTest, LeavesNoDescriptorBehind)
 }
 
 INSTANTIATE_TEST_SUITE_P(FileSystems, FSRefLayersTest,
+    testing::Values("overlay", "overlay_on_ext4", "overlay_on_btrfs"),
+    [](const auto& type) { return std::string(type.param); });
+INSTANTIATE_TEST_SUITE_P(FileSystems, FSRefClosedTest,
     testing::Values("overlay", "overlay_on_ext4", "overlay_on_btrfs"),
     [](const auto& type) { return std::string(type.param); });
 
