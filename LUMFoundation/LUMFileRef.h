@@ -131,8 +131,8 @@ public:
     /// Selector: isDirectory
     bool isDirectory() const;
 
-    /// Deliberate: whether this path begins with that of the other, letter by letter: true for itself, and
-    /// for "/a/bc" asked about "/a/b".
+    /// Deliberate: whether this path begins with that of the other, character by character: true for
+    /// itself, and for "/a/bc" asked about "/a/b". An accent may be a character of its own.
     /// Selector: isDescendentOf:
     bool isDescendentOf(const NSRef<LUMFileRef>& other) const;
     bool isChildOf(const NSRef<LUMFileRef>& other) const; ///< Selector: isChildOf:

@@ -172,9 +172,11 @@ bool LUMFileRef::isDirectory() const
 
 bool LUMFileRef::isDescendentOf(const NSRef<LUMFileRef>& other) const
 {
-    // Deliberate: a test of the texts, so "/a/bc" counts as below "/a/b", and each object as below itself.
+    // Deliberate: a test of the characters, so "/a/bc" counts as below "/a/b", and each object as below
+    // itself.
     const auto path = this->path();
-    return path && other && path->hasPrefix(other->path());
+    const auto otherPath = other ? other->path() : nullptr;
+    return path && otherPath && path->characters().starts_with(otherPath->characters());
 }
 
 bool LUMFileRef::isChildOf(const NSRef<LUMFileRef>& other) const

@@ -199,8 +199,8 @@ TEST_F(LUMFileRefTest, AFolderIsADirectoryAndSoIsALinkToOne)
     EXPECT_FALSE(handle("f")->isDirectory());
 }
 
-// Deliberate: letters are compared, not components.
-TEST_F(LUMFileRefTest, DeliberatelyDescentIsATestOfTheLettersOfThePath)
+// Deliberate: characters are compared, not components.
+TEST_F(LUMFileRefTest, DeliberatelyDescentIsATestOfTheCharactersOfThePath)
 {
     folder("a/b");
     folder("a/bc");
@@ -211,6 +211,17 @@ TEST_F(LUMFileRefTest, DeliberatelyDescentIsATestOfTheLettersOfThePath)
     EXPECT_FALSE(handle("a")->isDescendentOf(handle("a/b")));
     EXPECT_FALSE(handle("c")->isDescendentOf(handle("a")));
     EXPECT_FALSE(handle("c")->isDescendentOf(nullptr));
+}
+
+// Deliberate: nor letters, where an accent is a character of its own.
+TEST_F(LUMFileRefTest, DeliberatelyDescentKnowsNoLettersOfTwoCharacters)
+{
+    folder("e");
+    folder("e\u0301");
+    folder("\u00E9");
+    EXPECT_TRUE(handle("e\u0301")->isDescendentOf(handle("e")));
+    EXPECT_FALSE(handle("e\u0301")->isDescendentOf(handle("\u00E9")));
+    EXPECT_FALSE(handle("\u00E9")->isDescendentOf(handle("e\u0301")));
 }
 
 TEST_F(LUMFileRefTest, ParentsAndChildrenAreOneStepApart)
