@@ -89,6 +89,8 @@ int writeFinderInfo(ReferenceNode& node, const FileInfo& info)
     bool isThere = false;
     if (const int problem = readOwn(object.name(), bytes, isThere); problem != 0)
         return problem;
+    if (!isThere) // the second half stays as others have stored it
+        bytes = readOthers(object.name()).value_or(FinderBytes {});
     store(info, bytes);
     // Nothing is stored as well where others would be read in its place.
     if (bytes != FinderBytes {} || readOthers(object.name()))

@@ -127,6 +127,20 @@ TEST_F(FSCatalogTest, WhatAFileServerStoredIsReadWhereTheOwnAttributeIsMissing)
     EXPECT_EQ(infoOf(ref), kInfo);
 }
 
+TEST_F(FSCatalogTest, TheSecondHalfStaysAsAFileServerStoredIt)
+{
+    const std::string second(16, 'x');
+    const FSRef ref = refTo(file("f"));
+    if (!canStore("f"))
+        GTEST_SKIP() << "no extended attributes here";
+    const std::string afp = std::string("AFP\0", 4) + std::string(12, '\0') + std::string(16, 'a') + second
+        + std::string(12, '\0');
+    setxattr(at("f").c_str(), "user.DosStream.AFP_AfpInfo:$DATA", afp.data(), afp.size(), 0);
+    EXPECT_EQ(setInfo(ref, kInfo), 0);
+    EXPECT_EQ(infoOf(ref), kInfo);
+    EXPECT_EQ(attribute("f", kOwn).substr(16), second);
+}
+
 TEST_F(FSCatalogTest, AllZeroHidesWhatAFileServerStored)
 {
     const FSRef ref = refTo(file("f"));
