@@ -21,11 +21,15 @@ public:
     static const NSClass& classObject();
 
     NSId nextObject() override;
-    /// The attributes of what nextObject last gave, as attributesOfItemAtPath tells them; null before the
-    /// first and once it is gone.
+    /// Goes on to the next entry without its path, also to those that nextObject leaves out, and what is in
+    /// them; false at the end. For who wants fileAttributes alone.
+    /// Selector: step
+    bool step();
+    /// The attributes of what nextObject last gave or step went to, as attributesOfItemAtPath tells them;
+    /// null before the first and once it is gone.
     /// Selector: fileAttributes
     NSRef<NSDictionary> fileAttributes() const;
-    /// Leaves out what is in the folder that nextObject last gave.
+    /// Leaves out what is in the folder that nextObject last gave or step went to.
     /// Selector: skipDescendants
     void skipDescendants();
 

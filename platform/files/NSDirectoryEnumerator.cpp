@@ -13,6 +13,7 @@
 namespace {
 
 constexpr NSMethod kMethods[] = {
+    NSMethodOf<"step", &NSDirectoryEnumerator::step>(),
     NSMethodOf<"fileAttributes", &NSDirectoryEnumerator::fileAttributes>(),
     NSMethodOf<"skipDescendants", &NSDirectoryEnumerator::skipDescendants>(),
 };
@@ -78,6 +79,16 @@ const NSClass& NSDirectoryEnumerator::classObject()
 
 NSId NSDirectoryEnumerator::nextObject()
 {
+    while (step()) {
+        if (const auto path = NSString::stringWithUTF8String(mWalk->prefix + mWalk->last.name))
+            return path;
+        skipDescendants();
+    }
+    return nullptr;
+}
+
+bool NSDirectoryEnumerator::step()
+{
     mWalk->enterLast();
     while (!mWalk->levels.empty()) {
         auto& pending = mWalk->levels.back().pending;
@@ -87,11 +98,10 @@ NSId NSDirectoryEnumerator::nextObject()
         }
         mWalk->last = std::move(pending.back());
         pending.pop_back();
-        if (const auto path = NSString::stringWithUTF8String(mWalk->prefix + mWalk->last.name))
-            return path;
+        return true;
     }
     mWalk->last = {};
-    return nullptr;
+    return false;
 }
 
 NSRef<NSDictionary> NSDirectoryEnumerator::fileAttributes() const

@@ -98,6 +98,30 @@ TEST_F(NSDirectoryEnumeratorTest, LeavesOutNamesThatAreNoTextWithAllInThem)
     EXPECT_EQ(all(enumerate("t")), "good");
 }
 
+TEST_F(NSDirectoryEnumeratorTest, StepsOnToWhatHasNoTextForANameWhenAsked)
+{
+    makeFolder("t/\xFF");
+    put("t/\xFF/\xFE", "12345");
+    const auto enumerator = enumerate("t");
+    EXPECT_TRUE(enumerator->step());
+    EXPECT_TRUE(NSEqual(enumerator->fileAttributes()->objectForKey(NSFileType), NSFileTypeDirectory));
+    EXPECT_TRUE(enumerator->step());
+    EXPECT_EQ(enumerator->fileAttributes()->objectForKey<NSNumber>(NSFileSize)->intValue(), 5);
+    EXPECT_FALSE(enumerator->step());
+    EXPECT_FALSE(enumerator->fileAttributes());
+    EXPECT_FALSE(enumerator->step());
+}
+
+TEST_F(NSDirectoryEnumeratorTest, StepsAndGivesInTurn)
+{
+    makeFolder("t/a/b/c");
+    const auto enumerator = enumerate("t");
+    EXPECT_TRUE(enumerator->step());
+    EXPECT_EQ(enumerator->nextObject()->description()->utf8(), "a/b");
+    EXPECT_TRUE(enumerator->step());
+    EXPECT_FALSE(enumerator->nextObject());
+}
+
 TEST_F(NSDirectoryEnumeratorTest, GoesOnWhenAFolderIsRemovedMeanwhile)
 {
     makeFolder("t/a/b");
