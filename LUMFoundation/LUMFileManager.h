@@ -94,8 +94,8 @@ LUM_EXPORT NSRef<LUMFileRef> createFileRefWithName(const NSRef<NSFileManager>& m
 LUM_EXPORT NSRef<LUMFileRef> createDirectoryAtPath(const NSRef<NSFileManager>& manager,
     const NSRef<NSString>& path, bool createIntermediates, NSRef<NSError>* error = nullptr);
 
-/// The bytes in a file, or in all files of a folder at any depth; links in it count with their own size, and
-/// folders with none. 0 when nothing is there. About 5 µs a file.
+/// The bytes in a file, or in all files of a folder at any depth, whatever their names; links in it count
+/// with their own size, and folders with none. 0 when nothing is there. About 5 µs a file.
 /// Selector: sizeAtPath:
 LUM_EXPORT std::uint64_t sizeAtPath(const NSRef<NSFileManager>& manager, const NSRef<NSString>& path);
 

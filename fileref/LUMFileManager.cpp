@@ -146,7 +146,7 @@ std::uint64_t sizeOfItem(const Manager& /*manager*/, const Text& path)
         return sizeIn(attributes);
     const auto files = manager->enumeratorAtPath(path);
     std::uint64_t size = 0;
-    while (files && files->nextObject()) {
+    while (files && files->step()) { // also to names that are no text
         const auto found = files->fileAttributes();
         if (!isFolder(found))
             size += sizeIn(found);

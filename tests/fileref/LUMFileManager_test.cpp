@@ -235,6 +235,15 @@ TEST_F(LUMFileManagerTest, MeasuresFilesAndFolders)
     EXPECT_EQ(LUMFileManager::sizeAtPath(manager, nullptr), 0u);
 }
 
+TEST_F(LUMFileManagerTest, MeasuresFilesWhoseNamesAreNoText)
+{
+    makeFolder("t/\xFF");
+    put("t/\xFF/inside", "123");
+    put("t/\xFE", "4567");
+    put("t/good", "89");
+    EXPECT_EQ(LUMFileManager::sizeAtPath(manager, path("t")), 9u);
+}
+
 TEST_F(LUMFileManagerTest, NamesATemporaryFileThatIsNotThere)
 {
     const auto url = LUMFileManager::tempFileURLWithBase(manager, "Recording", "aif");
