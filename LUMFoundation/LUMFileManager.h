@@ -16,6 +16,9 @@ class NSURL;
 /// names and paths are those of nothing. A `handler` is accepted and never called. Failures are told by null,
 /// false or 0 alone, but for createDirectoryAtPath. Threads: as for the references.
 ///
+/// Copies and moves under a name answer null and touch nothing when it is no name: empty, ".", "..", or with
+/// a slash or NUL in it.
+///
 /// Some of these do what nobody expects at first sight, and are kept that way for those who count on it;
 /// LUMFileManager_Safe.h has calls that do not.
 ///

@@ -12,6 +12,7 @@
 #include "LUMPlatform/NSWorkspace.h"
 #include "core/extension_operation.h"
 #include "core/method_tables.h"
+#include "fileref/entry_name.h"
 
 namespace {
 
@@ -58,9 +59,19 @@ Text freeName(const Manager& /*manager*/, const Text& name, const Reference& dir
     return nullptr;
 }
 
+/// A free name for what is to come into the folder; numbers do not make a name of what is none.
+Text freeEntryName(
+    const Manager& manager, const Text& name, const Reference& directory, std::uint64_t maxTries)
+{
+    return lum::isEntryName(name) ? LUMFileManager::enumeratedName(manager, name, directory, maxTries)
+                                  : nullptr;
+}
+
 Reference duplicate(const Manager& manager, const Reference& fileRef, const Reference& directory,
     const Text& name, const NSId& /*handler*/)
 {
+    if (!lum::isEntryName(name)) // it would be the folder itself, or one above, that is removed below
+        return nullptr;
     const auto destination = pathInside(directory, name);
     const bool isCopied = manager->copyItemAtPath(pathOf(fileRef), destination);
     auto result = destination ? LUMFileRef::fileRefWithPath(destination) : nullptr;
@@ -74,7 +85,7 @@ Reference duplicate(const Manager& manager, const Reference& fileRef, const Refe
 Reference duplicateEnumerated(const Manager& manager, const Reference& fileRef, const Reference& directory,
     const Text& name, std::uint64_t maxTries, const NSId& handler)
 {
-    const auto chosen = LUMFileManager::enumeratedName(manager, name, directory, maxTries);
+    const auto chosen = freeEntryName(manager, name, directory, maxTries);
     return chosen ? LUMFileManager::duplicateFileRefWithName(manager, fileRef, directory, chosen, handler)
                   : nullptr;
 }
@@ -87,6 +98,8 @@ bool fastMove(const Manager& /*manager*/, const Text& path, const Text& toPath, 
 Reference move(const Manager& manager, const Reference& fileRef, const Reference& directory, const Text& name,
     const NSId& handler)
 {
+    if (!lum::isEntryName(name))
+        return nullptr;
     const auto destination = pathInside(directory, name);
     const bool isMoved = LUMFileManager::fastMovePath(manager, pathOf(fileRef), destination, handler);
     return isMoved ? LUMFileRef::fileRefWithPath(destination) : nullptr;
@@ -95,7 +108,7 @@ Reference move(const Manager& manager, const Reference& fileRef, const Reference
 Reference moveEnumerated(const Manager& manager, const Reference& fileRef, const Reference& directory,
     const Text& name, std::uint64_t maxTries, const NSId& handler)
 {
-    const auto chosen = LUMFileManager::enumeratedName(manager, name, directory, maxTries);
+    const auto chosen = freeEntryName(manager, name, directory, maxTries);
     return chosen ? LUMFileManager::moveFileRefWithName(manager, fileRef, directory, chosen, handler)
                   : nullptr;
 }

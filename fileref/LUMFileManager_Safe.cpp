@@ -6,23 +6,17 @@
 #include "LUMPlatform/NSWorkspace.h"
 #include "core/status_error.h"
 #include "core/statuses.h"
+#include "fileref/entry_name.h"
 
 namespace {
 
 using Change = bool (NSFileManager::*)(const NSRef<NSString>&, const NSRef<NSString>&, NSRef<NSError>*) const;
 
-bool isName(const NSRef<NSString>& name)
-{
-    const auto units = name ? name->characters() : std::u16string_view();
-    return !units.empty() && units != u"." && units != u".." && units.find(u'/') == std::u16string_view::npos
-        && units.find(u'\0') == std::u16string_view::npos;
-}
-
 /// Copies or moves, and answers a handle on what has come into the folder, on a link itself.
 NSRef<LUMFileRef> broughtInto(Change change, const NSRef<LUMFileRef>& fileRef,
     const NSRef<LUMFileRef>& directory, const NSRef<NSString>& name, NSRef<NSError>* error)
 {
-    if (!isName(name))
+    if (!lum::isEntryName(name))
         return lum::fail(error, lum::kStatusBadName);
     const auto from = fileRef ? fileRef->path() : nullptr;
     const auto folder = directory ? directory->path() : nullptr;

@@ -129,6 +129,43 @@ TEST_F(LUMFileManagerTest, DuplicatesNothingFromOrToNothing)
     EXPECT_EQ(names(), "a");
 }
 
+/// Texts that name no file in a folder.
+class LUMFileManagerNamesTest : public LUMFileManagerTest, public testing::WithParamInterface<std::string> {
+protected:
+    LUMFileManagerNamesTest()
+    {
+        put("a", "text");
+        put("keep");
+        makeFolder("d/x");
+        put("d/keep");
+    }
+    void expectNothingHappened() const
+    {
+        EXPECT_EQ(names(), "a d keep");
+        EXPECT_EQ(tree("d"), "keep = content\nx/\n");
+    }
+    const NSRef<NSString> mName = GetParam();
+};
+
+TEST_P(LUMFileManagerNamesTest, AreNotCopiedTo)
+{
+    EXPECT_FALSE(LUMFileManager::duplicateFileRefWithName(manager, ref("a"), ref("d"), mName));
+    expectNothingHappened();
+    EXPECT_FALSE(LUMFileManager::duplicateFileRefWithEnumeratedName(manager, ref("a"), ref("d"), mName, 10));
+    expectNothingHappened();
+}
+
+TEST_P(LUMFileManagerNamesTest, AreNotMovedTo)
+{
+    EXPECT_FALSE(LUMFileManager::moveFileRefWithName(manager, ref("a"), ref("d"), mName));
+    expectNothingHappened();
+    EXPECT_FALSE(LUMFileManager::moveFileRefWithEnumeratedName(manager, ref("a"), ref("d"), mName, 10));
+    expectNothingHappened();
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, LUMFileManagerNamesTest,
+    testing::Values("", ".", "..", "/", "x/..", "x/b", "../b", "b/", std::string("b\0c", 3)));
+
 TEST_F(LUMFileManagerTest, MovesAFile)
 {
     put("a", "text");
