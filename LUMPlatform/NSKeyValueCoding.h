@@ -21,8 +21,9 @@ namespace NSKeyValueCoding {
 /// none; an array the array of its elements' values, with NSNull for null. Only a key that begins with "@"
 /// asks the dictionary or array itself for the value of the rest, whatever it holds. Every other object
 /// answers by its methods get<Key>, <key>, is<Key>, _get<Key> or _<key>, the first there is, where <Key> is
-/// the key with its first letter in upper case. Numbers and truth values come as NSNumber. A method that
-/// returns nothing gives null and is not called, so that a key from a file cannot change what it is asked of.
+/// the key with its first letter in upper case. Numbers and truth values come as NSNumber (isBool). A method
+/// that returns nothing gives null and is not called, so that a key from a file cannot change what it is
+/// asked of.
 ///
 /// When nothing answers to the key, as for a null or empty key of anything but a dictionary, the object is
 /// sent valueForUndefinedKey:, which raises NSUndefinedKeyException unless its class answers otherwise.

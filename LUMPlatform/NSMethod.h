@@ -23,6 +23,7 @@ struct NSMethod {
     const char* returnType;
     std::span<const char* const> argumentTypes; ///< Without the receiver and the selector.
     Invoke invoke;
+    bool returnsTruth = false; ///< A truth value, which has the type code of a char.
 };
 
 /// A text that can be a template argument.
@@ -147,5 +148,6 @@ template<NSFixedString Selector, auto Function> consteval NSMethod NSMethodOf()
     static_assert(std::count(Selector.text, Selector.text + Selector.view().size(), ':') == S::kArity,
         "one colon per argument");
     static_assert(S::kReturn != nullptr, "give the result's structure a type code (NSTypeCode)");
-    return { Selector.view(), S::kReturn, S::kArguments, &S::template invoke<Function> };
+    return { Selector.view(), S::kReturn, S::kArguments, &S::template invoke<Function>,
+        std::is_same_v<NSMethodDetail::Stored<typename S::Return>, bool> };
 }

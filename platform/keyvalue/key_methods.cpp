@@ -44,7 +44,7 @@ NSId objectOf(const NSArgument& value)
         return NSNumber::numberWithDouble(value.as<double>());
     case 'Q':
         return NSNumber::numberWithUnsignedLongLong(value.as<unsigned long long>());
-    case 'c': // a truth value as well
+    case 'c':
         return NSNumber::numberWithChar(value.as<signed char>());
     case 's':
         return NSNumber::numberWithShort(value.as<short>());
@@ -75,7 +75,8 @@ bool valueByMethod(NSObject& object, const std::string& key, NSId& value)
         }
         NSResult result;
         method->invoke(object, {}, result);
-        value = objectOf(result.value());
+        value = method->returnsTruth ? NSNumber::numberWithBool(result.value().as<signed char>() != 0)
+                                     : objectOf(result.value());
         return true;
     }
     return false;

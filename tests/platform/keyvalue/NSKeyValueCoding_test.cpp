@@ -306,6 +306,12 @@ TEST_F(NSKeyValueCodingTest, NumbersKeepTheirType)
     EXPECT_STREQ(NSCast<NSNumber>(valueForKey(answering, "intv"))->objCType(), "i");
 }
 
+TEST_F(NSKeyValueCodingTest, TruthValuesComeAsSuchAndCharactersDoNot)
+{
+    EXPECT_TRUE(NSCast<NSNumber>(valueForKey(answering, "gamma"))->isBool());
+    EXPECT_FALSE(NSCast<NSNumber>(valueForKey(answering, "charv"))->isBool());
+}
+
 TEST_F(NSKeyValueCodingTest, StructuresAndOperationsWithArgumentsAreNoValues)
 {
     EXPECT_EQ(printed(answering, "rangev"), "EXC NSUnknownKeyException");
