@@ -16,9 +16,7 @@
 ///
 /// The proxy does not own its target. While a message is under way its target is kept alive, and then let go
 /// on the main thread. Once the target has ended, a message does nothing and answers zero, as one to null
-/// does. Its class tells the type of that zero; where it has no method for the selector, because the target
-/// only forwarded it or was null, the answer is the null object, and reading it as anything else raises
-/// NSInvalidArgumentException.
+/// does.
 ///
 /// Threads: any. A sender for whom the main thread waits deadlocks, and without a main loop (see NSThread) a
 /// sender waits for ever.

@@ -85,8 +85,9 @@ template<typename T> constexpr T NSSaturated(double value)
 /// Objects in it are borrowed, not owned: it lives no longer than the call. NSInvocation owns what it holds.
 /// Reading as another type converts between numbers (integers wrap to the narrower type; a floating-point
 /// value out of an integer's range gives the nearest one, not-a-number gives 0) and raises
-/// NSInvalidArgumentException for everything else that does not fit, a wrong class of object included.
-/// Threads: one at a time.
+/// NSInvalidArgumentException for everything else that does not fit, a wrong class of object included. A
+/// value of type "?", which is unknown, reads as zero of every type; converting to "?" forgets a value of any
+/// type. Threads: one at a time.
 ///
 ///     auto number = NSArgument::of(2.5);
 ///     std::cout << number.code() << ' ' << number.as<int>(); // d 2
@@ -123,6 +124,14 @@ private:
         constexpr Value() : integer(0) { }
     };
 
+    bool isUnknown() const { return mCode[0] == '?'; }
+    /// Zero when the type is unknown; raises for any other.
+    template<typename T> T zeroOfUnknown(const char* wanted) const
+    {
+        if (!isUnknown())
+            doesNotFit(wanted);
+        return T();
+    }
     bool isInteger() const;
     double toReal() const;
     [[noreturn]] void doesNotFit(const char* wanted) const;
@@ -202,7 +211,7 @@ template<typename T> NSArgument NSArgument::of(const T& value)
 template<typename T> T* NSArgument::objectAs() const
 {
     if (!isObject())
-        doesNotFit("@");
+        return zeroOfUnknown<T*>("@");
     NSObject* object = mValue.object;
     if constexpr (std::is_same_v<T, NSObject>)
         return object;
@@ -223,7 +232,7 @@ template<typename T> T NSArgument::as() const
         return NSShare(objectAs<typename T::Object>());
     } else if constexpr (std::is_same_v<T, NSSelector>) {
         if (kind() != ':')
-            doesNotFit(":");
+            return zeroOfUnknown<T>(":");
         return mValue.selector;
     } else if constexpr (std::is_same_v<T, bool>) {
         return isInteger() ? mValue.integer != 0 : toReal() != 0;
@@ -235,11 +244,11 @@ template<typename T> T NSArgument::as() const
         return isInteger() ? static_cast<T>(mValue.integer) : NSSaturated<T>(toReal());
     } else if constexpr (std::is_pointer_v<T>) {
         if (kind() != '^' && kind() != '#')
-            doesNotFit("^v");
+            return zeroOfUnknown<T>("^v");
         return reinterpret_cast<T>(const_cast<void*>(mValue.pointer));
     } else {
         if (std::string_view(mCode) != NSTypeCode<T>::value)
-            doesNotFit(NSTypeCode<T>::value);
+            return zeroOfUnknown<T>(NSTypeCode<T>::value);
         T value;
         std::memcpy(&value, mValue.bytes.data(), sizeof(T));
         return value;

@@ -17,7 +17,7 @@ public:
     static const NSClass& classObject();
 
     /// Reads a list of type codes, result first: "i@:@" is an int result, receiver, selector, one object.
-    /// Null when `types` is no such list.
+    /// "?" stands for a type that is not known (see NSArgument). Null when `types` is no such list.
     /// Selector: signatureWithObjCTypes:
     static NSRef<NSMethodSignature> signatureWithObjCTypes(std::string_view types);
     /// The types of an entry of a method table.

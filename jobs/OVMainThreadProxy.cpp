@@ -59,10 +59,10 @@ private:
 };
 
 /// For a method of which nothing is known, since its object has ended and its class does not know it either.
-/// Arguments of type "v" take a value of any type and keep nothing of it.
+/// It takes what it is given and answers the zero that its sender reads.
 NSRef<NSMethodSignature> signatureOfUnknown(NSSelector selector)
 {
-    return NSMethodSignature::signatureWithObjCTypes("@@:" + std::string(selector.arity(), 'v'));
+    return NSMethodSignature::signatureWithObjCTypes("?@:" + std::string(selector.arity(), '?'));
 }
 
 }

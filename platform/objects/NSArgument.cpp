@@ -9,7 +9,7 @@ namespace {
 /// Type codes live as long as the program, so an argument may point at one of these.
 const char* scalarCode(char kind)
 {
-    static constexpr std::string_view kCodes("v\0@\0:\0#\0c\0C\0s\0S\0i\0I\0q\0Q\0f\0d\0", 28);
+    static constexpr std::string_view kCodes("v\0?\0@\0:\0#\0c\0C\0s\0S\0i\0I\0q\0Q\0f\0d\0", 30);
     std::size_t found = kCodes.find(kind);
     return found == std::string_view::npos ? nullptr : kCodes.data() + found;
 }
@@ -86,14 +86,14 @@ double NSArgument::toReal() const
         return static_cast<double>(static_cast<std::uint64_t>(mValue.integer));
     if (isInteger())
         return static_cast<double>(mValue.integer);
-    doesNotFit("d");
+    return zeroOfUnknown<double>("d");
 }
 
 NSArgument NSArgument::convertedTo(const char* code) const
 {
     NSArgument result = zero(code);
     const char wanted = code[0];
-    if (wanted == 'v')
+    if (wanted == 'v' || wanted == '?' || isUnknown())
         return result;
     if (isIntegerKind(wanted))
         result.mValue.integer = isInteger() ? narrowed(mValue.integer, wanted) : saturated(toReal(), wanted);

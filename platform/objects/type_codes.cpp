@@ -35,7 +35,7 @@ std::size_t codeLength(std::string_view text, int nesting)
         return 0;
     }
     default:
-        return std::string_view("v@#:cCsSiIqQfd").find(text[0]) == std::string_view::npos ? 0 : 1;
+        return std::string_view("v?@#:cCsSiIqQfd").find(text[0]) == std::string_view::npos ? 0 : 1;
     }
 }
 
@@ -63,6 +63,7 @@ Layout layoutOf(std::string_view code, int nesting)
     case 'f':
         return { 4, 4 };
     case 'v':
+    case '?':
         return {};
     case '{':
         break;

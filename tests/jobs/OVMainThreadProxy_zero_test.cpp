@@ -70,7 +70,31 @@ TEST_P(OVMainThreadProxyZeroTest, TakesArgumentsOfEveryKind)
     NSSend(proxy, take, static_cast<const void*>(this));
     NSSend(proxy, take, NSRange { 1, 2 });
     NSSend(proxy, NSSelector("take:and:"), 1, kPlay);
-    EXPECT_EQ(NSSend<NSId>(proxy, take, 1.0), nullptr);
+}
+
+TEST_P(OVMainThreadProxyZeroTest, AnswersZeroOfEveryKind)
+{
+    const NSSelector give("give");
+    NSSend(proxy, give);
+    EXPECT_EQ(NSSend<NSId>(proxy, give), nullptr);
+    EXPECT_EQ(NSSend<NSRef<NSString>>(proxy, give), nullptr);
+    EXPECT_FALSE(NSSend<bool>(proxy, give));
+    EXPECT_EQ(NSSend<char>(proxy, give), 0);
+    EXPECT_EQ(NSSend<unsigned char>(proxy, give), 0);
+    EXPECT_EQ(NSSend<short>(proxy, give), 0);
+    EXPECT_EQ(NSSend<unsigned short>(proxy, give), 0);
+    EXPECT_EQ(NSSend<int>(proxy, give), 0);
+    EXPECT_EQ(NSSend<unsigned>(proxy, give), 0u);
+    EXPECT_EQ(NSSend<NSInteger>(proxy, give), 0);
+    EXPECT_EQ(NSSend<NSUInteger>(proxy, give), 0u);
+    EXPECT_EQ(NSSend<float>(proxy, give), 0.0f);
+    EXPECT_EQ(NSSend<double>(proxy, give), 0.0);
+    EXPECT_EQ(NSSend<Colour>(proxy, give), Colour::kRed);
+    EXPECT_EQ(NSSend<NSSelector>(proxy, give), NSSelector());
+    EXPECT_EQ(NSSend<const void*>(proxy, give), nullptr);
+    EXPECT_EQ(NSSend<NSRange>(proxy, give).length, 0u);
+    EXPECT_EQ(proxy->performSelector(give), nullptr);
+    EXPECT_EQ(proxy->performSelectorWithObject(give, proxy), nullptr);
 }
 
 }
