@@ -55,6 +55,25 @@ TEST_F(NSInvocationTest, AnswersZeroBeforeTheFirstCallAndForANullTarget)
     EXPECT_FALSE(call->returnValue<NSId>());
 }
 
+TEST_F(NSInvocationTest, ReadsAResultOfUnknownTypeAsZeroOfAnyType)
+{
+    auto call = invocation("?@:", "title");
+    call->invoke();
+    EXPECT_FALSE(call->returnValue<NSRef<NSString>>());
+    EXPECT_EQ(call->returnValue<double>(), 0.0);
+    EXPECT_EQ(call->returnValue<NSRange>().length, 0U);
+    EXPECT_EQ(call->returnValue<NSSelector>(), NSSelector());
+}
+
+TEST_F(NSInvocationTest, ForgetsAnArgumentOfUnknownType)
+{
+    auto call = invocation("v@:?", "setTitle:");
+    call->setArgument(2.5, 2);
+    EXPECT_EQ(call->argument<double>(2), 0.0);
+    call->invokeWithTarget(track);
+    EXPECT_EQ(track->title(), nullptr);
+}
+
 TEST_F(NSInvocationTest, KeepsTheTargetOnlyWhenToldTo)
 {
     auto call = invocation("@@:", "title");
