@@ -9,7 +9,7 @@ class NSArray;
 class NSMutableArray;
 class NSNumber;
 
-/// Operations on arrays that are kept for callers that have them; each tells what to use instead. What
+/// Deprecated operations on arrays; each tells what to use instead. What
 /// LUMArray says of null arrays, of classes with methods of their own, and of threads holds here too.
 ///
 ///     const std::uint32_t sizes[] = { 12, 34 };

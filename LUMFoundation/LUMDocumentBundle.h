@@ -230,7 +230,8 @@ public:
     /// dictionary, objects, and the resources without a domain. Deliberate: that the folder of these
     /// resources is missing in "Contents" is told as the error -43, though the result is true; that the one
     /// of the objects is missing is not told. What belongs to others stays, even if the domain has its name:
-    /// the document's folders, and files. Selector: removeDomain:error:
+    /// the document's folders, and files.
+    /// Selector: removeDomain:error:
     bool removeDomain(const NSRef<NSString>& domain, NSRef<NSError>* error = nullptr);
     /// Removes every domain but the document's own; it ends at the first error.
     /// Selector: removeNonDocumentDomains:

@@ -3,7 +3,8 @@
 #include "LUMFoundation/LUMExport.h"
 #include "LUMPlatform/NSError.h"
 
-/// Errors for an application's own use. The library makes its own without texts: their code says it all.
+/// Errors for an application's own use. The library's own have no texts but where a header says
+/// so: their code says it all.
 ///
 ///     if (OSStatus status = mountVolume())
 ///         error = LUMError::errorWithOSStatus(status, "The volume was not mounted.", "It is in use.");

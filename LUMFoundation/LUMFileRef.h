@@ -31,7 +31,10 @@ class NSURL;
 /// Errors are in NSOSStatusErrorDomain, without user information: -43 nothing is there, -48 the name is
 /// taken, -37 no possible name, -50 a null path, -120 no folder, -1043 links that lead to themselves, 4 no
 /// file URL; any other is the status of the call that failed. `error` may always be null; makers that resolve
-/// aliases store null in it first. Nothing raises.
+/// aliases store null in it first. Only misuse raises:
+/// NSInternalInconsistencyException a lock that the caller has already, or has not;
+/// NSInvalidArgumentException archiving into a coder without keys, and copying an object of a class that is
+/// not registered.
 ///
 /// Threads: one at a time. lock() and unlock() serve callers; no member takes that lock. Makers, and members
 /// that ask for a path, make a few system calls; a search for an object that is not where it was is limited,
@@ -205,7 +208,7 @@ public:
     void lock() override; ///< Not recursive. Selector: lock
     void unlock() override; ///< Selector: unlock
 
-    // Kept for old callers.
+    // Deprecated; use what each names.
 
     /// As initWithAliasData.
     /// Selector: fileRefWithAliasData:error:
@@ -243,7 +246,7 @@ private:
     bool mWasAliased = false;
     FSRef mAliasRef; // as given
     FSRef mFileRef; // the target, once a link was followed
-    // Deliberate: two places that belong to the class and that nothing in it touches.
+    // Deliberate: set by nothing; every handle has a place for a URL and a delegate.
     const NSRef<NSURL> mURL {};
     mutable bool mHashSet = false;
     mutable std::uint32_t mHash = 0;

@@ -33,7 +33,9 @@ public:
     ///
     /// Deliberate: the folder is made by the path as stringByStandardizingPath gives it, but watched and
     /// scanned by the path as it is given here; a "~" or an "x/.." without an x leads nowhere then. The
-    /// selector has a small f. Selector: initWithFolder:completedfileType:incompleteFileType:
+    /// selector has a small f.
+    ///
+    /// Selector: initWithFolder:completedfileType:incompleteFileType:
     static NSRef<LUMIncomingFolderWatcher> initWithFolder(const NSRef<NSString>& folderPath,
         const NSRef<NSString>& completedFileType, const NSRef<NSString>& incompleteFileType);
 

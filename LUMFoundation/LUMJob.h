@@ -56,8 +56,12 @@ public:
     /// Selector: error
     virtual NSRef<NSError> error() const;
 
-    void lock() override; ///< For subclasses; not recursive. Selector: lock
-    void unlock() override; ///< Selector: unlock
+    /// For subclasses; not recursive. Raises NSInternalInconsistencyException when the caller has it.
+    /// Selector: lock
+    void lock() override;
+    /// Raises NSInternalInconsistencyException when the caller does not hold it.
+    /// Selector: unlock
+    void unlock() override;
 
     /// Any value; 0.5 in a new job. A queue overwrites it with its own when it starts the job.
     /// Selector: setPriority:

@@ -39,7 +39,9 @@ public:
     static NSUInteger numCores();
 
     void lock() override; ///< Recursive. Selector: lock
-    void unlock() override; ///< Selector: unlock
+    /// Raises NSInternalInconsistencyException when the caller does not hold it.
+    /// Selector: unlock
+    void unlock() override;
 
     /// The most jobs to be active at once; 1 in a new queue. 0 starts no more. A change takes effect at the
     /// next startNextJobIfNeeded(), or when the next job ends.

@@ -3,7 +3,7 @@
 #include "LUMFoundation/LUMExport.h"
 #include "LUMPlatform/NSNotificationCenter.h"
 
-/// A notification centre on which a registration replaces those it repeats.
+/// A notification centre on which a registration replaces those it repeats. Threads: any.
 ///
 ///     auto center = NSMake<LUMNotificationCenter>();
 ///     center->addObserver(view, NSSelector("first:"), "TrackDidEnd", track);

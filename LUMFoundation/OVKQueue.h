@@ -91,8 +91,8 @@ public:
     /// Reports a change to the delegate or the notification centre. On another thread than the main one it
     /// waits for the delegate's message to run there, and deadlocks when the main thread waits for the
     /// caller. Raises what the delegate raises. The watcher's thread reports through the method of this
-    /// selector, so a derived class may have its own in its method table; its object is then kept while that
-    /// runs. Selector: postNotification:forFile:
+    /// selector, so a derived class may have its own in its method table; the watcher is kept while it runs.
+    /// Selector: postNotification:forFile:
     void postNotification(const NSRef<NSString>& name, const NSRef<NSString>& path);
 
     /// Selector: delegate

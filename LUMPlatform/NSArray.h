@@ -92,6 +92,7 @@ public:
     using Iterator = NSFastEnumerator<NSArray, NSId>;
     Iterator begin() const { return { *this, 0 }; }
     Iterator end() const { return { *this, count() }; }
+    // What NSFastEnumerator asks, with positions that it was given.
     const NSId& elementAtPosition(NSUInteger position) const { return mObjects[position]; }
     NSUInteger nextPosition(NSUInteger position) const { return position; }
     NSUInteger mutations() const { return mMutations; }

@@ -25,7 +25,8 @@
 /// A type that defines none has the class of its base. Threads: any.
 class NS_EXPORT NSClass {
 public:
-    /// Makes the class known under `name`. The table is not copied and must live as long as the process.
+    /// Makes the class known under `name`; a name that is taken goes on naming the first class. The table is
+    /// not copied and must live as long as the process.
     static const NSClass& define(
         std::string_view name, const NSClass* superclass, std::span<const NSMethod> methods);
     /// The class of that name, as far as it has been used; null when there is none.

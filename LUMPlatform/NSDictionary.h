@@ -81,6 +81,7 @@ public:
     using Iterator = NSFastEnumerator<NSDictionary, Entry>;
     Iterator begin() const { return { *this, nextPosition(0) }; }
     Iterator end() const { return { *this, endPosition() }; }
+    // What NSFastEnumerator asks, with positions that it was given.
     Entry elementAtPosition(NSUInteger position) const;
     NSUInteger nextPosition(NSUInteger position) const;
     NSUInteger mutations() const;

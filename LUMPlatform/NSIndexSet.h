@@ -32,6 +32,7 @@ public:
     using Iterator = NSFastEnumerator<NSIndexSet, NSUInteger>;
     Iterator begin() const { return { *this, nextPosition(0) }; }
     Iterator end() const { return { *this, NSNotFound }; }
+    // What NSFastEnumerator asks, with positions that it was given.
     NSUInteger elementAtPosition(NSUInteger position) const { return position; }
     NSUInteger nextPosition(NSUInteger position) const;
     NSUInteger mutations() const { return mMutations; }

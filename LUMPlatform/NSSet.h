@@ -42,6 +42,7 @@ public:
     using Iterator = NSFastEnumerator<NSSet, NSId>;
     Iterator begin() const { return { *this, nextPosition(0) }; }
     Iterator end() const { return { *this, endPosition() }; }
+    // What NSFastEnumerator asks, with positions that it was given.
     const NSId& elementAtPosition(NSUInteger position) const;
     NSUInteger nextPosition(NSUInteger position) const;
     NSUInteger mutations() const;

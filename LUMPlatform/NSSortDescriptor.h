@@ -23,7 +23,7 @@ public:
 
     /// Sends the selector to `first` (its value) with `second` (its value) and turns the answer round when
     /// descending. A null value comes before all others. Raises NSInvalidArgumentException when the receiver
-    /// does not answer the selector, and NSUnknownKeyException when an object has no value for the key.
+    /// does not answer the selector, and NSUndefinedKeyException when an object has no value for the key.
     /// Selector: compareObject:toObject:
     NSComparisonResult compareObject(const NSId& first, const NSId& second) const;
 

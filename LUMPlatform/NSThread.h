@@ -12,8 +12,10 @@
 /// The main thread is the one that entered main(); in a child made by fork() it is the one that goes on.
 /// Calls for it wait in one queue, first in, first out, and run when the main thread runs a loop that serves
 /// the queue: GLib's default main context (so GTK's loop, and Qt's as it comes), NSRunLoop::main()->run(), or
-/// any other that watches NSRunLoop's descriptor. Without one they wait for ever. Threads: any, for all of
-/// these.
+/// any other that watches NSRunLoop's descriptor. Without one they wait for ever.
+///
+/// An empty function raises NSInvalidArgumentException. The first of these calls throws std::system_error
+/// when the system has no descriptors left for the queue of the main thread. Threads: any, for all of these.
 ///
 ///     auto track = NSMake<Track>();
 ///     NSThread::detachNewThread([track] {

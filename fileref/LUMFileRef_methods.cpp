@@ -1,4 +1,4 @@
-// What answers dynamic calls to a handle, and the operations kept for old callers.
+// What answers dynamic calls to a handle, and the deprecated operations.
 #include "LUMFoundation/LUMFileRefEnumerator.h"
 
 #include "LUMPlatform/NSArray.h"

@@ -1,4 +1,4 @@
-// Archives, copies, and the alias records of old callers.
+// Archives, copies, and the deprecated alias records.
 #include "LUMFoundation/LUMFileRefSubclass.h"
 
 #include "LUMPlatform/NSCoder.h"
