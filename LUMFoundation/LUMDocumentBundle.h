@@ -193,21 +193,21 @@ public:
         const NSRef<NSString>& domain, NSRef<NSError>* error = nullptr) const;
     /// As copyResourceDomain.
     /// Selector: copyResource:toDirectory:rename:error:
-    bool copyResource(const NSRef<NSURL>& source, const NSRef<NSString>& directory,
+    [[nodiscard]] bool copyResource(const NSRef<NSURL>& source, const NSRef<NSString>& directory,
         const NSRef<NSString>& newName, NSRef<NSError>* error = nullptr);
     /// Copies a file or folder into the bundle, under `newName` or, when that is null, its own. False with
     /// the error 1 when something of that name is there or copying fails. Deliberate: true for a URL of no
     /// file, and nothing done. The error is always written, null on success.
     /// Selector: copyResource:toDirectory:rename:domain:error:
-    bool copyResourceDomain(const NSRef<NSURL>& source, const NSRef<NSString>& directory,
+    [[nodiscard]] bool copyResourceDomain(const NSRef<NSURL>& source, const NSRef<NSString>& directory,
         const NSRef<NSString>& newName, const NSRef<NSString>& domain, NSRef<NSError>* error = nullptr);
     /// As moveResourceDomain.
     /// Selector: moveResource:toDirectory:rename:error:
-    bool moveResource(const NSRef<NSURL>& source, const NSRef<NSString>& directory,
+    [[nodiscard]] bool moveResource(const NSRef<NSURL>& source, const NSRef<NSString>& directory,
         const NSRef<NSString>& newName, NSRef<NSError>* error = nullptr);
     /// The same, moving. Deliberate: what cannot be moved is copied, and stays where it was.
     /// Selector: moveResource:toDirectory:rename:domain:error:
-    bool moveResourceDomain(const NSRef<NSURL>& source, const NSRef<NSString>& directory,
+    [[nodiscard]] bool moveResourceDomain(const NSRef<NSURL>& source, const NSRef<NSString>& directory,
         const NSRef<NSString>& newName, const NSRef<NSString>& domain, NSRef<NSError>* error = nullptr);
     /// As removeResourceDomain.
     /// Selector: removeResource:ofType:inDirectory:error:

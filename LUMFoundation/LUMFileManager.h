@@ -54,7 +54,7 @@ LUM_EXPORT NSRef<LUMFileRef> duplicateFileRefWithEnumeratedName(const NSRef<NSFi
 /// Moves what is at a path, a link itself, to one where nothing is; see NSFileManager::moveItemAtPath, which
 /// tells why it failed.
 /// Selector: fastMovePath:toPath:handler:
-LUM_EXPORT bool fastMovePath(const NSRef<NSFileManager>& manager, const NSRef<NSString>& path,
+[[nodiscard]] LUM_EXPORT bool fastMovePath(const NSRef<NSFileManager>& manager, const NSRef<NSString>& path,
     const NSRef<NSString>& toPath, const NSId& handler = nullptr);
 /// Moves the file under this name into the folder, if nothing of that name is there. Answers a handle on what
 /// is there then, or null.

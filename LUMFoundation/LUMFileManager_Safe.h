@@ -25,7 +25,7 @@ LUM_EXPORT NSRef<LUMFileRef> moveFileRef(const NSRef<LUMFileRef>& fileRef, const
 
 /// Moves what is at the path to the trash of the desktop, a link itself; -43 when nothing is there, -36 when
 /// no trash takes it.
-LUM_EXPORT bool trashItemAtPath(const NSRef<NSString>& path, NSRef<NSError>* error = nullptr);
+[[nodiscard]] LUM_EXPORT bool trashItemAtPath(const NSRef<NSString>& path, NSRef<NSError>* error = nullptr);
 
 /// The folder at the path, made when it is missing; a leading tilde is expanded. -43 when the one above is
 /// missing, -48 when something else is there.

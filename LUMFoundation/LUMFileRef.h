@@ -121,7 +121,7 @@ public:
     NSRef<NSURL> url() const; ///< The file URL of the path, or null. Selector: url
     /// Renames the object within its folder and replaces nothing: -48 when the name is taken.
     /// Selector: renameWithName:error:; without the second argument renameWithName:
-    bool renameWithName(const NSRef<NSString>& name, NSRef<NSError>* error = nullptr);
+    [[nodiscard]] bool renameWithName(const NSRef<NSString>& name, NSRef<NSError>* error = nullptr);
     NSRef<NSString> name() const; ///< The last component of the path, or null. Selector: name
     NSRef<NSString> baseName() const; ///< The name without its extension. Selector: baseName
     /// Empty when there is none, null without a path.

@@ -32,7 +32,7 @@ public:
     static NSRef<NSData> archivedDataWithRootObject(const NSId& root);
     /// The same into a file, in one step; false, with the status of what failed, when it cannot be written.
     /// Selector: archiveRootObject:toFile:
-    static bool archiveRootObject(
+    [[nodiscard]] static bool archiveRootObject(
         const NSId& root, const NSRef<NSString>& path, NSRef<NSError>* error = nullptr);
     /// An archiver that appends to `data`, which it shares, whatever it is given to encode. Null raises
     /// NSInvalidArgumentException.

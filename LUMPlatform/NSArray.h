@@ -43,7 +43,8 @@ public:
         const NSRef<NSString>& path, NSRef<NSError>* error = nullptr);
     /// Writes the array as a property list in XML, as NSDictionary does.
     /// Selector: writeToFile:atomically:
-    bool writeToFile(const NSRef<NSString>& path, bool atomically, NSRef<NSError>* error = nullptr) const;
+    [[nodiscard]] bool writeToFile(
+        const NSRef<NSString>& path, bool atomically, NSRef<NSError>* error = nullptr) const;
 
     NSUInteger count() const { return mObjects.size(); } ///< Selector: count
     /// As a `T`, null when the element is none. Constant time.

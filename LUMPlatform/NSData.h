@@ -42,7 +42,8 @@ public:
     /// the old bytes or the new ones. The file keeps its permissions, and its owner where that is allowed; a
     /// symbolic link is written through. Otherwise the file is written in place.
     /// Selector: writeToFile:atomically:
-    bool writeToFile(const NSRef<NSString>& path, bool atomically, NSRef<NSError>* error = nullptr) const;
+    [[nodiscard]] bool writeToFile(
+        const NSRef<NSString>& path, bool atomically, NSRef<NSError>* error = nullptr) const;
 
     NSUInteger length() const { return mLength; } ///< Selector: length
     /// Valid while the data exists and, if it is mutable, is not changed.

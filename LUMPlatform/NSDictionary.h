@@ -64,7 +64,8 @@ public:
     /// Writes the dictionary as a property list in XML; in one step when `atomically`, as NSData does. False,
     /// with an error, when it is no property list (then nothing is written) or the file cannot be written.
     /// Selector: writeToFile:atomically:
-    bool writeToFile(const NSRef<NSString>& path, bool atomically, NSRef<NSError>* error = nullptr) const;
+    [[nodiscard]] bool writeToFile(
+        const NSRef<NSString>& path, bool atomically, NSRef<NSError>* error = nullptr) const;
 
     NSUInteger count() const; ///< Selector: count
     /// As a `T`; null when there is none, or the value is no T, or `key` is null.

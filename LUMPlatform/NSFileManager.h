@@ -77,13 +77,13 @@ public:
     /// times, extended attributes and, where that is allowed, owners come along; links stay links. The copy
     /// is seen when it is whole, and nothing stays of one that fails.
     /// Selector: copyItemAtPath:toPath:error:
-    bool copyItemAtPath(
+    [[nodiscard]] bool copyItemAtPath(
         const NSRef<NSString>& from, const NSRef<NSString>& to, NSRef<NSError>* error = nullptr) const;
     /// Moves to a path where nothing is; what is there is never replaced (-48). To another volume it is
     /// copied as above, brought to the disk, and removed; when the removal fails, that error is told and the
     /// copy stays.
     /// Selector: moveItemAtPath:toPath:error:
-    bool moveItemAtPath(
+    [[nodiscard]] bool moveItemAtPath(
         const NSRef<NSString>& from, const NSRef<NSString>& to, NSRef<NSError>* error = nullptr) const;
     /// Removes at once and for good; never follows a link. It ends at the first failure.
     /// Selector: removeItemAtPath:error:

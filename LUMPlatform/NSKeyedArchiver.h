@@ -36,7 +36,7 @@ public:
     static NSRef<NSData> archivedDataWithRootObject(const NSId& root);
     /// The same into a file, in one step; false, with the status of what failed, when it cannot be written.
     /// Selector: archiveRootObject:toFile:
-    static bool archiveRootObject(
+    [[nodiscard]] static bool archiveRootObject(
         const NSId& root, const NSRef<NSString>& path, NSRef<NSError>* error = nullptr);
     /// An archiver for any number of values under keys of the caller's; finishEncoding appends the archive to
     /// `data`. Null raises NSInvalidArgumentException.
