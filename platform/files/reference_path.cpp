@@ -70,9 +70,11 @@ private:
         FileAttributes attributes;
         int problem = 0;
         isOurs = DescriptorPool::isStillOurs(mNode, descriptor, problem, attributes);
-        if (!isOurs || problem != 0)
+        if (!isOurs)
             return problem;
         std::string known = mPool.path(mNode);
+        if (problem != 0) // then it must be seen without the descriptor
+            return lookAt(withoutLinks(known)) == 0 ? 0 : problem;
         // Cheaper than to ask where it is. While the object is open its number belongs to no other.
         if (isReallyAt(known)) {
             mLocated.path = std::move(known);
