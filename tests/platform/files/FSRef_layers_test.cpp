@@ -186,8 +186,8 @@ TEST_P(FSRefLayersTest, LeavesNoDescriptorBehind)
 INSTANTIATE_TEST_SUITE_P(FileSystems, FSRefLayersTest,
     testing::Values("overlay", "overlay_on_ext4", "overlay_on_btrfs"),
     [](const auto& type) { return std::string(type.param); });
-INSTANTIATE_TEST_SUITE_P(FileSystems, FSRefClosedTest,
-    testing::Values("overlay", "overlay_on_ext4", "overlay_on_btrfs"),
+// Of these only ext4 gives numbers out again at once.
+INSTANTIATE_TEST_SUITE_P(FileSystems, FSRefClosedTest, testing::Values("overlay_on_ext4"),
     [](const auto& type) { return std::string(type.param); });
 
 }
