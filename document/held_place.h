@@ -1,6 +1,7 @@
 #pragma once
 
 #include "LUMPlatform/NSString.h"
+#include "platform/files/descriptor.h"
 
 #include <cstdint>
 #include <string>
@@ -17,7 +18,6 @@ class HeldPlace {
 public:
     /// The place at `inside`, a path that begins in the bundle. That was at `path` a moment ago.
     HeldPlace(const LUMFileRef& bundle, const NSRef<NSString>& path, const NSRef<NSString>& inside);
-    ~HeldPlace();
     HeldPlace(const HeldPlace&) = delete;
     HeldPlace& operator=(const HeldPlace&) = delete;
 
@@ -38,13 +38,13 @@ public:
     bool removeFolderIfEmpty() const;
 
 private:
-    void hold(int in, const std::string& place);
+    void hold(const platform::Descriptor& in, const std::string& place);
     bool follow();
     template<typename Action> bool doThroughLinks(const Action& action, NSRef<NSError>* error);
 
     const std::string mInside;
-    int mBundle = -1;
-    int mFolder = -1;
+    const platform::Descriptor mBundle;
+    platform::Descriptor mFolder;
     std::string mFile; ///< Empty when it is not to be used.
 };
 

@@ -16,6 +16,8 @@
 #include <unistd.h>
 #include <utility>
 
+using platform::Descriptor;
+
 namespace {
 
 constexpr int kAttempts = 3; // with a bundle that is moved again and again
@@ -35,19 +37,13 @@ std::string whereIs(int folder)
     return length > 0 && path[0] == '/' ? std::string(path, static_cast<std::size_t>(length)) : std::string();
 }
 
-int opened(int in, const std::string& path)
+Descriptor opened(int in, const std::string& path)
 {
     for (;;) {
         const int folder = openat(in, path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
         if (folder >= 0 || errno != EINTR)
-            return folder;
+            return Descriptor(folder);
     }
-}
-
-void closeIfOpen(int folder)
-{
-    if (folder >= 0)
-        close(folder);
 }
 
 /// Whether the open folder, which is at `place`, is the bundle. Mostly that is where the bundle is found to
@@ -64,15 +60,14 @@ bool isThat(const LUMFileRef& bundle, int folder, const std::string& place)
         && FSPathMakeRef(pathBy(folder) + "/.", found) == 0 && FSCompareFSRefs(wanted, found) == 0;
 }
 
-int openedBundle(const LUMFileRef& bundle, NSRef<NSString> path)
+Descriptor openedBundle(const LUMFileRef& bundle, NSRef<NSString> path)
 {
     for (int attempt = 0; attempt < kAttempts && path; ++attempt, path = bundle.path()) {
-        const int folder = opened(AT_FDCWD, path->utf8());
-        if (folder >= 0 && isThat(bundle, folder, whereIs(folder)))
+        Descriptor folder = opened(AT_FDCWD, path->utf8());
+        if (folder && isThat(bundle, folder.number(), whereIs(folder.number())))
             return folder;
-        closeIfOpen(folder);
     }
-    return -1;
+    return Descriptor();
 }
 
 bool isWithin(const std::string& root, const std::string& path)
@@ -81,12 +76,12 @@ bool isWithin(const std::string& root, const std::string& path)
 }
 
 /// Of a bundle that is moved while the two are looked at, what is told of one says nothing about the other.
-bool isInBundle(int bundle, int folder)
+bool isInBundle(const Descriptor& bundle, const Descriptor& folder)
 {
-    std::string root = folder >= 0 ? whereIs(bundle) : std::string();
+    std::string root = folder ? whereIs(bundle.number()) : std::string();
     for (int attempt = 0; attempt < kAttempts && !root.empty(); ++attempt) {
-        const std::string place = whereIs(folder);
-        const std::string before = std::exchange(root, whereIs(bundle));
+        const std::string place = whereIs(folder.number());
+        const std::string before = std::exchange(root, whereIs(bundle.number()));
         if (root == before)
             return isWithin(root, place);
     }
@@ -122,14 +117,8 @@ lum::HeldPlace::HeldPlace(
     const LUMFileRef& bundle, const NSRef<NSString>& path, const NSRef<NSString>& inside)
     : mInside(inside->utf8()), mBundle(openedBundle(bundle, path))
 {
-    if (mBundle >= 0)
+    if (mBundle)
         hold(mBundle, mInside);
-}
-
-lum::HeldPlace::~HeldPlace()
-{
-    closeIfOpen(mFolder);
-    closeIfOpen(mBundle);
 }
 
 NSRef<NSString> lum::HeldPlace::file() const
@@ -137,11 +126,11 @@ NSRef<NSString> lum::HeldPlace::file() const
     return mFile.empty() ? nullptr : NSRef<NSString>(mFile);
 }
 
-void lum::HeldPlace::hold(int in, const std::string& place)
+void lum::HeldPlace::hold(const Descriptor& in, const std::string& place)
 {
     const auto [folder, name] = divided(place);
-    closeIfOpen(std::exchange(mFolder, opened(in, folder)));
-    mFile = isInBundle(mBundle, mFolder) ? pathBy(mFolder) + "/" + name : std::string();
+    mFolder = opened(in.number(), folder);
+    mFile = isInBundle(mBundle, mFolder) ? pathBy(mFolder.number()) + "/" + name : std::string();
 }
 
 /// Goes on to where the link in the place leads, if there is one; false when that is not in the bundle.
@@ -184,12 +173,10 @@ bool lum::HeldPlace::replace(const NSData& data, NSRef<NSError>* error)
 bool lum::HeldPlace::removeFolderIfEmpty() const
 {
     std::error_code problem;
-    if (mFile.empty() || !std::filesystem::is_empty(pathBy(mFolder), problem) || problem)
+    if (mFile.empty() || !std::filesystem::is_empty(pathBy(mFolder.number()), problem) || problem)
         return true;
     const auto [above, name] = divided(std::filesystem::path(mInside).parent_path().string());
-    const int holder = opened(mBundle, above);
-    const bool isGone = holder < 0 ? errno == ENOENT : !isInBundle(mBundle, holder);
-    const bool isRemoved = isGone || (holder >= 0 && removedFolder(holder, name, mFolder));
-    closeIfOpen(holder);
-    return isRemoved;
+    const Descriptor holder = opened(mBundle.number(), above);
+    const bool isGone = holder ? !isInBundle(mBundle, holder) : errno == ENOENT;
+    return isGone || (holder && removedFolder(holder.number(), name, mFolder.number()));
 }

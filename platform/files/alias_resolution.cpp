@@ -1,6 +1,7 @@
 #include "platform/files/alias_resolution.h"
 
 #include "platform/files/object_search.h"
+#include "platform/files/open_file.h"
 #include "platform/files/reference_opening.h"
 #include "platform/files/reference_path.h"
 
@@ -67,12 +68,13 @@ public:
         }
         NodeSystem::Volume volume;
         if (const auto folder = openNearestFolder(mRecord, volume)) {
+            OpenFile closing(mSystem, *folder);
             mSought = mRecord.identity;
             mSought.isLayered = volume.isLayered;
             if (mSought.handle && mSought.born != FileAttributes::kUnknownTime)
                 mSought.volume = volume.id;
             const bool isFound = findByHandle(*folder, found) || findInOldFolder(*folder, found);
-            mSystem.close(*folder);
+            (void)closing.close();
             if (isFound || findBySearch(mRecord.path, mRecord.ancestors, kSearch, found))
                 return 0;
         }

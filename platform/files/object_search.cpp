@@ -2,6 +2,7 @@
 
 #include "platform/files/descriptor_pool.h"
 #include "platform/files/folder_entries.h"
+#include "platform/files/open_file.h"
 #include "platform/files/reference_opening.h"
 
 #include <algorithm>
@@ -115,9 +116,9 @@ bool Search::look(const std::string& path)
     bool isElsewhere = false;
     const std::string folderPath = folderOf(path);
     if (const auto folder = opened(folderPath, isElsewhere)) {
+        const OpenFile closing(mSystem, *folder);
         if (isSought(*folder, std::string(nameOf(path)).c_str()))
             mFound = path;
-        mSystem.close(*folder);
     }
     return !mFound.empty();
 }
@@ -231,9 +232,10 @@ int searchObject(const FileIdentity& sought, const std::string& lastPath,
             break; // the volume ends here, or is no longer mounted
         if (!folder)
             continue;
+        OpenFile closing(NodeSystem::current(), *folder);
         const bool isFirst = searched.empty();
         const bool isWorthIt = !isFirst || search.begin(folderPath, *folder);
-        NodeSystem::current().close(*folder);
+        (void)closing.close();
         if (isFirst && level > 0 && search.lookAtEnd(folderPath, lastPath.substr(below.size())))
             break;
         if (!isWorthIt)

@@ -1,5 +1,6 @@
 #include "platform/files/tree_system.h"
 
+#include "platform/files/descriptor.h"
 #include "platform/files/retried.h"
 
 #include <algorithm>
@@ -63,17 +64,6 @@ std::uint64_t volumeOf(const struct statfs& volume, dev_t device)
     return both != 0 ? both : device;
 }
 
-class Closing {
-public:
-    explicit Closing(int file) : mFile(file) { }
-    ~Closing() { ::close(mFile); }
-    Closing(const Closing&) = delete;
-    Closing& operator=(const Closing&) = delete;
-
-private:
-    const int mFile;
-};
-
 /// Calls for a text or value of unknown length until the buffer holds it.
 template<typename Buffer, typename Call> int filled(Buffer& buffer, Call call)
 {
@@ -133,7 +123,7 @@ public:
         const int file = opened(in, name, O_PATH | O_NOFOLLOW);
         if (file < 0)
             return file;
-        const Closing closing(file);
+        const Descriptor closing(file);
         struct statx found = {};
         struct statfs volume = {};
         constexpr unsigned kWanted = STATX_BASIC_STATS | STATX_BTIME;
