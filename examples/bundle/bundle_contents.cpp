@@ -101,6 +101,7 @@ std::vector<std::string> BundleContents::objectKeys(
     std::copy_if(all.folders.begin(), all.folders.end(), std::back_inserter(objects),
         [&](const fs::path& entry) { return isObject(entry) && !holdsObjects(entry, all); });
     std::vector<std::string> keys;
+    keys.reserve(objects.size());
     for (const fs::path& object : objects)
         keys.push_back(object.lexically_relative(folder).replace_extension().string());
     return keys;
