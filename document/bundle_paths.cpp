@@ -4,17 +4,12 @@
 #include "core/statuses.h"
 
 #include <algorithm>
-#include <filesystem>
 
 namespace fs = std::filesystem;
 
-namespace {
-
-bool isWithin(const fs::path& folder, const fs::path& path)
+bool lum::isWithin(const fs::path& folder, const fs::path& path)
 {
     return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first == folder.end();
-}
-
 }
 
 bool lum::staysInside(const NSRef<NSString>& name)

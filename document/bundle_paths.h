@@ -3,6 +3,8 @@
 #include "LUMPlatform/NSString.h"
 #include "core/status_error.h"
 
+#include <filesystem>
+
 namespace lum {
 
 /// A name that leads nowhere but down: not empty, not absolute, and without ".", ".." or a NUL inside, and
@@ -19,6 +21,8 @@ bool staysInsideAloneOrNull(const NSRef<NSString>& name);
 /// without a "/" or a NUL. Null is none.
 bool staysInName(const NSRef<NSString>& extension);
 
+/// Whether a path is that of the folder, or of something in it, by its text.
+bool isWithin(const std::filesystem::path& folder, const std::filesystem::path& path);
 /// A path without the folder that it begins with.
 NSRef<NSString> insideOf(const NSRef<NSString>& folder, const NSRef<NSString>& path);
 

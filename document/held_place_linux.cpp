@@ -6,6 +6,7 @@
 #include "core/status_error.h"
 #include "core/statuses.h"
 #include "document/bundle_paths.h"
+#include "platform/files/retried.h"
 #include "platform/files/unfollowed_file.h"
 
 #include <cerrno>
@@ -39,11 +40,8 @@ std::string whereIs(int folder)
 
 Descriptor opened(int in, const std::string& path)
 {
-    for (;;) {
-        const int folder = openat(in, path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-        if (folder >= 0 || errno != EINTR)
-            return Descriptor(folder);
-    }
+    return Descriptor(
+        platform::retried([&] { return openat(in, path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC); }));
 }
 
 /// Whether the open folder, which is at `place`, is the bundle. Mostly that is where the bundle is found to
@@ -70,11 +68,6 @@ Descriptor openedBundle(const LUMFileRef& bundle, NSRef<NSString> path)
     return Descriptor();
 }
 
-bool isWithin(const std::string& root, const std::string& path)
-{
-    return path.starts_with(root) && (root == "/" || path.size() == root.size() || path[root.size()] == '/');
-}
-
 /// Of a bundle that is moved while the two are looked at, what is told of one says nothing about the other.
 bool isInBundle(const Descriptor& bundle, const Descriptor& folder)
 {
@@ -83,7 +76,7 @@ bool isInBundle(const Descriptor& bundle, const Descriptor& folder)
         const std::string place = whereIs(folder.number());
         const std::string before = std::exchange(root, whereIs(bundle.number()));
         if (root == before)
-            return isWithin(root, place);
+            return lum::isWithin(root, place);
     }
     return false;
 }
@@ -177,6 +170,6 @@ bool lum::HeldPlace::removeFolderIfEmpty() const
         return true;
     const auto [above, name] = divided(std::filesystem::path(mInside).parent_path().string());
     const Descriptor holder = opened(mBundle.number(), above);
-    const bool isGone = holder ? !isInBundle(mBundle, holder) : errno == ENOENT;
+    const bool isGone = holder ? !isInBundle(mBundle, holder) : holder.number() == -ENOENT;
     return isGone || (holder && removedFolder(holder.number(), name, mFolder.number()));
 }
