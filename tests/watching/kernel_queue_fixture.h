@@ -41,6 +41,16 @@ public:
         return mLastToken;
     }
 
+    /// Adds "above/file", and renames the folder to "moved".
+    Token addBelowAFolderThatMoves()
+    {
+        fs::create_directory(path("above"));
+        writeFile(path("above/file"), "");
+        const Token token = add("above/file");
+        fs::rename(path("above"), path("moved"));
+        return token;
+    }
+
     /// What has been reported up to now, as in "file:WRITE EXTEND": one list for each wait and path.
     std::string report(const std::map<Token, std::string>& names)
     {

@@ -76,10 +76,7 @@ TEST_P(KernelQueueTest, ReportsOneRenameForTwoAtOnce)
 
 TEST_P(KernelQueueTest, FollowsAFileWhoseFolderIsRenamed)
 {
-    fs::create_directory(path("above"));
-    writeFile(path("above/file"), "");
-    const Token token = add("above/file");
-    fs::rename(path("above"), path("moved"));
+    const Token token = addBelowAFolderThatMoves();
     EXPECT_EQ(report(token), "");
     appendToFile(path("moved/file"), "abc");
     EXPECT_EQ(report(token), "WRITE");
@@ -87,10 +84,7 @@ TEST_P(KernelQueueTest, FollowsAFileWhoseFolderIsRenamed)
 
 TEST_P(KernelQueueTest, TakesNoChangeOfAttributesInAMovedFolderForADeletion)
 {
-    fs::create_directory(path("above"));
-    writeFile(path("above/file"), "");
-    const Token token = add("above/file");
-    fs::rename(path("above"), path("moved"));
+    const Token token = addBelowAFolderThatMoves();
     ASSERT_EQ(chmod(path("moved/file").c_str(), 0600), 0);
     EXPECT_EQ(report(token), "ATTRIB");
     fs::remove(path("moved/file"));
@@ -99,10 +93,7 @@ TEST_P(KernelQueueTest, TakesNoChangeOfAttributesInAMovedFolderForADeletion)
 
 TEST_P(KernelQueueTest, TakesTheFileInTheFolderThatStandsInAMovedOnesPlaceForAnother)
 {
-    fs::create_directory(path("above"));
-    writeFile(path("above/file"), "");
-    const Token token = add("above/file");
-    fs::rename(path("above"), path("moved"));
+    const Token token = addBelowAFolderThatMoves();
     fs::create_directory(path("above"));
     writeFile(path("above/file"), "");
     ASSERT_EQ(chmod(path("moved/file").c_str(), 0600), 0);
@@ -111,10 +102,7 @@ TEST_P(KernelQueueTest, TakesTheFileInTheFolderThatStandsInAMovedOnesPlaceForAno
 
 TEST_P(KernelQueueTest, TrustsThePathAgainWhenTheFolderIsMovedBack)
 {
-    fs::create_directory(path("above"));
-    writeFile(path("above/file"), "");
-    const Token token = add("above/file");
-    fs::rename(path("above"), path("moved"));
+    const Token token = addBelowAFolderThatMoves();
     ASSERT_EQ(chmod(path("moved/file").c_str(), 0600), 0);
     EXPECT_EQ(report(token), "ATTRIB");
     fs::rename(path("moved"), path("above"));
